@@ -1,0 +1,151 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "History/HistoryFile.h"
+
+#include <charconv>
+#include <cmath>
+#include <string_view>
+
+#include <simdjson.h>
+
+namespace lumora {
+namespace {
+
+namespace json = simdjson::ondemand;
+
+// 17 significant digits and an exponent fit with room to spare, as do 15 digits and a point.
+constexpr std::size_t kLongestSample = 96;
+// Below this, digits without an exponent are short and what people expect to read.
+constexpr double kReadable = 1e15;
+
+char* append(char* out, std::string_view text) { return text.copy(out, text.size()) + out; }
+
+char* appendTime(char* out, double time) {
+  const auto format =
+      std::abs(time) < kReadable ? std::chars_format::fixed : std::chars_format::scientific;
+  return std::to_chars(out, out + 32, time, format).ptr;
+}
+
+char* appendSample(char* out, const Sample& sample) {
+  out = appendTime(append(out, R"({"t":)"), sample.t);
+  out = append(out, R"(,"p":)");
+  out = std::to_chars(out, out + 24, sample.p).ptr;
+  out = append(out, sample.c ? R"(,"c":true)" : R"(,"c":false)");
+  return append(out, sample.a ? R"(,"a":true})" : R"(,"a":false})");
+}
+
+bool readInteger(json::value value, std::int64_t& integer) {
+  json::number number;
+  if (value.get_number().get(number) != simdjson::SUCCESS) return false;
+  if (number.is_int64()) {
+    integer = number.get_int64();
+    return true;
+  }
+  constexpr double kTwoTo63 = 9223372036854775808.0;
+  const double floating = number.as_double();
+  if (floating != std::trunc(floating) || floating < -kTwoTo63 || floating >= kTwoTo63) {
+    return false;
+  }
+  integer = static_cast<std::int64_t>(floating);
+  return true;
+}
+
+/// Walks through a value that nobody needs, because the parser checks only what is read.
+bool isValid(json::value value) {
+  json::json_type type{};
+  if (value.type().get(type) != simdjson::SUCCESS) return false;
+  switch (type) {
+    case json::json_type::array: {
+      json::array elements;
+      if (value.get_array().get(elements) != simdjson::SUCCESS) return false;
+      for (auto element : elements) {
+        json::value inner;
+        if (element.get(inner) != simdjson::SUCCESS || !isValid(inner)) return false;
+      }
+      return true;
+    }
+    case json::json_type::object: {
+      json::object fields;
+      if (value.get_object().get(fields) != simdjson::SUCCESS) return false;
+      for (auto field : fields) {
+        json::value inner;
+        if (field.unescaped_key().error() != simdjson::SUCCESS) return false;
+        if (field.value().get(inner) != simdjson::SUCCESS || !isValid(inner)) return false;
+      }
+      return true;
+    }
+    case json::json_type::number:
+      return value.get_double().error() == simdjson::SUCCESS;
+    case json::json_type::string:
+      return value.get_string().error() == simdjson::SUCCESS;
+    case json::json_type::boolean:
+      return value.get_bool().error() == simdjson::SUCCESS;
+    case json::json_type::null:
+      return value.is_null();
+  }
+  return false;
+}
+
+bool readSample(json::object object, Sample& sample) {
+  enum Key : unsigned { t = 1, p = 2, c = 4, a = 8, all = 15 };
+  unsigned seen = 0;
+  for (auto field : object) {
+    std::string_view key;
+    json::value value;
+    if (field.unescaped_key().get(key) != simdjson::SUCCESS) return false;
+    if (field.value().get(value) != simdjson::SUCCESS) return false;
+    if (key == "t") {
+      if (value.get_double().get(sample.t) != simdjson::SUCCESS) return false;
+      seen |= Key::t;
+    } else if (key == "p") {
+      if (!readInteger(value, sample.p)) return false;
+      seen |= Key::p;
+    } else if (key == "c") {
+      if (value.get_bool().get(sample.c) != simdjson::SUCCESS) return false;
+      seen |= Key::c;
+    } else if (key == "a") {
+      if (value.get_bool().get(sample.a) != simdjson::SUCCESS) return false;
+      seen |= Key::a;
+    } else if (!isValid(value)) {
+      return false;
+    }
+  }
+  return seen == Key::all;
+}
+
+}  // namespace
+
+std::optional<std::string> encodeSamples(std::span<const Sample> samples) {
+  std::string text = "[";
+  text.reserve(samples.size() * 56 + 2);
+  char buffer[kLongestSample];
+  for (const Sample& sample : samples) {
+    if (!std::isfinite(sample.t)) return std::nullopt;
+    if (text.size() > 1) text += ',';
+    text.append(buffer, appendSample(buffer, sample));
+  }
+  return text += ']';
+}
+
+std::optional<std::vector<Sample>> decodeSamples(std::string& text) {
+  text.reserve(text.size() + simdjson::SIMDJSON_PADDING);
+  json::parser parser;
+  json::document document;
+  json::array array;
+  if (parser.iterate(text).get(document) != simdjson::SUCCESS) return std::nullopt;
+  if (document.get_array().get(array) != simdjson::SUCCESS) return std::nullopt;
+
+  std::vector<Sample> samples;
+  for (auto element : array) {
+    json::object object;
+    Sample sample;
+    if (element.get_object().get(object) != simdjson::SUCCESS) return std::nullopt;
+    if (!readSample(object, sample)) return std::nullopt;
+    samples.push_back(sample);
+  }
+  // Nothing may follow the array: past the last token there is no location.
+  if (document.current_location().error() != simdjson::OUT_OF_BOUNDS) return std::nullopt;
+  return samples;
+}
+
+}  // namespace lumora

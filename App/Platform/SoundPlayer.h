@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Platform/NotificationCentre.h"
+
+namespace lumora {
+
+/// Plays one short sound. Never waits; without a sound server, or for a name that names no sound,
+/// nothing is heard.
+class SoundPlayer {
+ public:
+  virtual ~SoundPlayer() = default;
+  virtual void play(const NotificationSound& sound) = 0;
+};
+
+}  // namespace lumora

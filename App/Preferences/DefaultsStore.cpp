@@ -1,0 +1,181 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Preferences/DefaultsStore.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <utility>
+
+#include <simdjson.h>
+
+namespace lumora {
+namespace {
+
+// Far above any real file of settings: what is larger was not meant for us.
+constexpr std::size_t kLargestFile = 1 << 20;
+
+std::string jsonString(std::string_view text) {
+  constexpr std::string_view kHex = "0123456789abcdef";
+  std::string json = "\"";
+  for (const char character : text) {
+    const auto code = static_cast<unsigned char>(character);
+    if (code < 0x20) {
+      json += "\\u00";
+      json += kHex[code >> 4U];
+      json += kHex[code & 0xFU];
+      continue;
+    }
+    if (character == '"' || character == '\\') json += '\\';
+    json += character;
+  }
+  return json += '"';
+}
+
+struct JsonText {
+  std::string operator()(bool value) const { return value ? "true" : "false"; }
+  std::string operator()(std::int64_t value) const { return std::to_string(value); }
+  /// Absent from JSON are only the numbers that are none: no caller stores them.
+  std::string operator()(double value) const {
+    std::array<char, 32> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+    return {digits.data(), end};
+  }
+  std::string operator()(const std::string& value) const { return jsonString(value); }
+};
+
+std::optional<DefaultsStore::Value> typedValue(const simdjson::dom::element& element) {
+  using Type = simdjson::dom::element_type;
+  switch (element.type()) {
+    case Type::BOOL:
+      return bool{element};
+    case Type::INT64:
+      return std::int64_t{element};
+    case Type::UINT64:
+    case Type::DOUBLE:
+      return double{element};
+    case Type::STRING:
+      return std::string(std::string_view(element));
+    default:
+      return std::nullopt;
+  }
+}
+
+/// 80.0 and 8e1 are integers, 80.5 is not.
+std::optional<std::int64_t> asInteger(const DefaultsStore::Value& value) {
+  if (const auto* integer = std::get_if<std::int64_t>(&value)) return *integer;
+  constexpr double kTwoTo63 = 9223372036854775808.0;
+  const auto* number = std::get_if<double>(&value);
+  if (number == nullptr || *number != std::trunc(*number)) return std::nullopt;
+  if (*number < -kTwoTo63 || *number >= kTwoTo63) return std::nullopt;
+  return static_cast<std::int64_t>(*number);
+}
+
+std::optional<bool> asBool(const DefaultsStore::Value& value) {
+  const auto* held = std::get_if<bool>(&value);
+  return held == nullptr ? std::nullopt : std::optional(*held);
+}
+
+std::optional<double> asDouble(const DefaultsStore::Value& value) {
+  if (const auto* integer = std::get_if<std::int64_t>(&value)) return double(*integer);
+  const auto* number = std::get_if<double>(&value);
+  return number == nullptr ? std::nullopt : std::optional(*number);
+}
+
+std::optional<std::string> asText(const DefaultsStore::Value& value) {
+  const auto* text = std::get_if<std::string>(&value);
+  return text == nullptr ? std::nullopt : std::optional(*text);
+}
+
+}  // namespace
+
+DefaultsStore::DefaultsStore(Files& files, const std::filesystem::path& path) : file_(files, path) {
+  files.createFolders(path.parent_path());
+  load();
+}
+
+void DefaultsStore::registerDefaults(const Values& values) {
+  for (const auto& [key, value] : values) registered_.insert_or_assign(key, value);
+}
+
+void DefaultsStore::synchronize() {
+  if (!file_.changedElsewhere()) return;
+  load();
+  didChange_.announce();
+}
+
+template <typename T>
+std::optional<T> DefaultsStore::read(std::string_view key,
+                                     std::optional<T> (*as)(const Value&)) const {
+  const auto entry = entries_.find(key);
+  if (entry != entries_.end() && entry->second.value) {
+    if (auto value = as(*entry->second.value)) return value;
+  }
+  const auto registered = registered_.find(key);
+  return registered == registered_.end() ? std::nullopt : as(registered->second);
+}
+
+bool DefaultsStore::boolForKey(std::string_view key) const {
+  return read(key, asBool).value_or(false);
+}
+
+std::int64_t DefaultsStore::integerForKey(std::string_view key) const {
+  return read(key, asInteger).value_or(0);
+}
+
+std::optional<std::string> DefaultsStore::stringForKey(std::string_view key) const {
+  return read(key, asText);
+}
+
+double DefaultsStore::doubleForKey(std::string_view key) const {
+  return read(key, asDouble).value_or(0);
+}
+
+void DefaultsStore::set(std::string_view key, const Value& value) {
+  if (file_.changedElsewhere()) load();
+  entries_.insert_or_assign(std::string(key), Entry{std::visit(JsonText{}, value), value});
+  file_.replace(encode(entries_));
+  didChange_.announce();
+}
+
+Subscription DefaultsStore::subscribe(std::function<void()> didChange) {
+  return didChange_.subscribe(std::move(didChange));
+}
+
+void DefaultsStore::load() { entries_ = file_.load(decode).value_or(Entries{}); }
+
+std::optional<DefaultsStore::Entries> DefaultsStore::decode(std::string& json) {
+  if (json.size() > kLargestFile) return std::nullopt;
+  // The one parser checks the whole text; the other hands out each value as it stands there.
+  json.reserve(json.size() + simdjson::SIMDJSON_PADDING);
+  simdjson::dom::parser checker;
+  simdjson::dom::object checked;
+  if (checker.parse(json).get(checked) != simdjson::SUCCESS) return std::nullopt;
+
+  Entries entries;
+  simdjson::ondemand::parser parser;
+  simdjson::ondemand::document document;
+  simdjson::ondemand::object object;
+  if (parser.iterate(json).get(document) != simdjson::SUCCESS) return std::nullopt;
+  if (document.get_object().get(object) != simdjson::SUCCESS) return std::nullopt;
+  auto element = checked.begin();
+  for (auto field : object) {
+    std::string_view text;
+    if (simdjson::to_json_string(field.value()).get(text) != simdjson::SUCCESS) return std::nullopt;
+    entries.insert_or_assign(std::string(element.key()),
+                             Entry{std::string(text), typedValue(element.value())});
+    ++element;
+  }
+  return entries;
+}
+
+std::string DefaultsStore::encode(const Entries& entries) {
+  std::string json = "{";
+  for (const auto& [key, entry] : entries) {
+    json += json.size() > 1 ? ",\n  " : "\n  ";
+    json += jsonString(key) + ": " + entry.json;
+  }
+  return json += "\n}\n";
+}
+
+}  // namespace lumora
