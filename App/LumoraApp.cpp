@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <memory>
+#include <optional>
+
+#include <giomm.h>
+#include <glib-unix.h>
+#include <malloc.h>
+
+#include "AppDelegate.h"
+#include "ApplicationId.h"
+
+namespace {
+
+/// The program: one for each session, without a window of its own.
+class LumoraApp : public Gio::Application {
+ public:
+  LumoraApp() : Gio::Application(lumora::kApplicationId) {}
+
+ private:
+  void on_startup() override {
+    Gio::Application::on_startup();
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) g_unix_signal_add(signal, onSignal, this);
+    hold();
+    delegate_.emplace(get_dbus_connection());
+    delegate_->applicationDidFinishLaunching();
+  }
+
+  /// Started a second time.
+  void on_activate() override {}
+
+  void on_shutdown() override {
+    delegate_->applicationWillTerminate();
+    delegate_.reset();
+    Gio::Application::on_shutdown();
+  }
+
+  static gboolean onSignal(gpointer app) {
+    static_cast<LumoraApp*>(app)->quit();
+    return G_SOURCE_CONTINUE;
+  }
+
+  std::optional<lumora::AppDelegate> delegate_;
+};
+
+/// Gives large blocks back to the system as soon as they are free: by default the allocator keeps
+/// some megabytes after the first save of a long history.
+void returnFreeMemory() {
+  constexpr int kLargeBlock = 128 * 1024;
+  mallopt(M_MMAP_THRESHOLD, kLargeBlock);
+}
+
+}  // namespace
+
+int main() {
+  returnFreeMemory();
+  Gio::init();
+  const auto app = Glib::make_refptr_for_instance(new LumoraApp);
+  // No command line: whatever stands there is not ours.
+  return app->run(0, nullptr);
+}

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <functional>
+
+#include "Platform/Linux/SignalSubscription.h"
+#include "Platform/Linux/Variants.h"
+
+namespace lumora {
+
+/// Follows the properties of one interface of a D-Bus object for as long as it lives: all of them
+/// once they have been fetched, then each change. Fetching has no time limit, so that a service
+/// that hangs is heard when it goes on.
+class ObjectProperties : public sigc::trackable {
+ public:
+  using Callback = std::function<void(const Properties&)>;
+
+  /// `fetched` runs once, without properties when the object could not tell them.
+  ObjectProperties(const BusConnection& connection, const Glib::ustring& busName,
+                   const Glib::ustring& path, const Glib::ustring& interface, Callback fetched,
+                   Callback changed);
+
+ private:
+  void onFetched(const Glib::RefPtr<Gio::AsyncResult>& result);
+
+  BusConnection connection_;
+  Callback fetched_;
+  SignalSubscription changes_;
+};
+
+}  // namespace lumora

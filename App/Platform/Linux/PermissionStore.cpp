@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Linux/PermissionStore.h"
+
+#include <map>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "Platform/Linux/Variants.h"
+
+namespace lumora {
+namespace {
+
+using Permissions = std::map<Glib::ustring, std::vector<Glib::ustring>>;
+
+constexpr const char* kName = "org.freedesktop.impl.portal.PermissionStore";
+constexpr const char* kPath = "/org/freedesktop/impl/portal/PermissionStore";
+constexpr const char* kNotFound = "org.freedesktop.portal.Error.NotFound";
+constexpr const char* kTable = "notifications";
+constexpr const char* kEntry = "notification";
+constexpr int kPatience = 2000;  // milliseconds
+
+AuthorizationStatus statusOf(const Permissions& permissions, const std::string& applicationId) {
+  const auto found = permissions.find(applicationId);
+  if (found == permissions.end()) return AuthorizationStatus::notDetermined;
+  if (found->second == std::vector<Glib::ustring>{"yes"}) return AuthorizationStatus::authorized;
+  if (found->second == std::vector<Glib::ustring>{"no"}) return AuthorizationStatus::denied;
+  return AuthorizationStatus::notDetermined;
+}
+
+}  // namespace
+
+PermissionStore::PermissionStore(BusConnection session, std::string applicationId)
+    : session_(std::move(session)), applicationId_(std::move(applicationId)) {}
+
+void PermissionStore::status(const Answer& answer) {
+  if (!session_) return answer(AuthorizationStatus::authorized);
+  session_->call(
+      kPath, kName, "Lookup",
+      Glib::Variant<std::tuple<Glib::ustring, Glib::ustring>>::create({kTable, kEntry}),
+      sigc::bind(sigc::mem_fun(*this, &PermissionStore::onLookup), answer), kName, kPatience);
+}
+
+void PermissionStore::onLookup(const Glib::RefPtr<Gio::AsyncResult>& result, const Answer& answer) {
+  try {
+    const auto reply = session_->call_finish(result);
+    answer(statusOf(argument<Permissions>(reply, 0), applicationId_));
+  } catch (const Glib::Error& error) {
+    // The store has no such entry before the first program is recorded.
+    const bool isEmpty = Gio::DBus::ErrorUtils::is_remote_error(error) &&
+                         Gio::DBus::ErrorUtils::get_remote_error(error) == kNotFound;
+    answer(isEmpty ? AuthorizationStatus::notDetermined : AuthorizationStatus::authorized);
+  }
+}
+
+void PermissionStore::allow() {
+  if (!session_) return;
+  using Arguments = std::tuple<Glib::ustring, bool, Glib::ustring, Glib::ustring,
+                               std::vector<Glib::ustring>>;
+  constexpr bool kCreateTable = true;
+  session_->call(kPath, kName, "SetPermission",
+                 Glib::Variant<Arguments>::create(
+                     {kTable, kCreateTable, kEntry, applicationId_, {"yes"}}),
+                 {}, kName, kPatience);
+}
+
+}  // namespace lumora

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "Platform/Linux/ObjectProperties.h"
+#include "Platform/Linux/ServiceWatch.h"
+#include "Platform/LowPowerMode.h"
+
+namespace lumora {
+
+/// The power-saving mode as the power-profiles daemon tells it on the system bus. It has a name of
+/// its own and one in UPower's family; some versions own only one of them. The latter is believed
+/// where both answer.
+class PowerProfiles final : public LowPowerMode {
+ public:
+  PowerProfiles();
+
+  bool isEnabled() const override;
+  void observe(std::function<void()> changed) override;
+
+ private:
+  /// One of the names the daemon may have.
+  struct Name {
+    Name(PowerProfiles& owner, const char* busName, const char* path);
+
+    PowerProfiles& owner;
+    std::optional<std::string> activeProfile;  // absent while nobody owns the name
+    std::unique_ptr<ObjectProperties> properties;
+    ServiceWatch watch;
+  };
+
+  void update(Name& name, std::optional<std::string> activeProfile);
+
+  std::function<void()> changed_;
+  Name current_;
+  Name former_;
+};
+
+}  // namespace lumora

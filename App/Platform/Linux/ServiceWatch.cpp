@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Linux/ServiceWatch.h"
+
+#include <utility>
+
+namespace lumora {
+
+ServiceWatch::ServiceWatch(Gio::DBus::BusType bus, const Glib::ustring& name, Start start,
+                           std::function<void(const BusConnection&)> appeared,
+                           std::function<void()> vanished)
+    : bus_(bus),
+      appeared_(std::move(appeared)),
+      vanished_(std::move(vanished)),
+      watch_(Gio::DBus::watch_name(
+          bus, name, sigc::hide(sigc::hide(sigc::mem_fun(*this, &ServiceWatch::onAppeared))),
+          sigc::hide(sigc::hide(sigc::mem_fun(*this, &ServiceWatch::onVanished))),
+          start == Start::onDemand ? Gio::DBus::BusNameWatcherFlags::AUTO_START
+                                   : Gio::DBus::BusNameWatcherFlags::NONE)) {}
+
+ServiceWatch::~ServiceWatch() { Gio::DBus::unwatch_name(watch_); }
+
+void ServiceWatch::onAppeared(const BusConnection& connection) {
+  // By default the end of a bus ends the program. That is right for the session's alone.
+  if (bus_ == Gio::DBus::BusType::SYSTEM) connection->set_exit_on_close(false);
+  appeared_(connection);
+}
+
+void ServiceWatch::onVanished() { vanished_(); }
+
+}  // namespace lumora

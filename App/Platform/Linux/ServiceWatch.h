@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <functional>
+
+#include <giomm.h>
+
+namespace lumora {
+
+using BusConnection = Glib::RefPtr<Gio::DBus::Connection>;
+
+/// Follows a service on a bus for as long as it lives, each time the service's name gets or loses
+/// an owner. Connecting to the bus never waits.
+class ServiceWatch : public sigc::trackable {
+ public:
+  enum class Start { ifRunning, onDemand };
+
+  /// One of the two runs soon after construction: `vanished` also when there is no such bus.
+  ServiceWatch(Gio::DBus::BusType bus, const Glib::ustring& name, Start start,
+               std::function<void(const BusConnection&)> appeared, std::function<void()> vanished);
+  ServiceWatch(const ServiceWatch&) = delete;
+  ServiceWatch& operator=(const ServiceWatch&) = delete;
+  ~ServiceWatch();
+
+ private:
+  void onAppeared(const BusConnection& connection);
+  void onVanished();
+
+  Gio::DBus::BusType bus_;
+  std::function<void(const BusConnection&)> appeared_;
+  std::function<void()> vanished_;
+  guint watch_;
+};
+
+}  // namespace lumora

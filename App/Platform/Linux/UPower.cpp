@@ -1,0 +1,160 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Linux/UPower.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "Platform/Linux/AdapterRating.h"
+
+namespace lumora {
+namespace {
+
+constexpr const char* kName = "org.freedesktop.UPower";
+constexpr const char* kPath = "/org/freedesktop/UPower";
+constexpr const char* kInterface = "org.freedesktop.UPower";
+constexpr const char* kDeviceInterface = "org.freedesktop.UPower.Device";
+constexpr int kNoTimeLimit = std::numeric_limits<int>::max();
+constexpr unsigned kGraceSeconds = 10;
+
+}  // namespace
+
+UPower::UPower(std::filesystem::path powerSupplies)
+    : powerSupplies_(std::move(powerSupplies)),
+      changes_([this] { publish(); }),
+      watch_(
+          Gio::DBus::BusType::SYSTEM, kName, ServiceWatch::Start::onDemand,
+          [this](const BusConnection& connection) { onAppeared(connection); },
+          [this] { onVanished(); }) {}
+
+void UPower::whenReady(std::chrono::milliseconds patience, std::function<void()> ready) {
+  ready_ = std::move(ready);
+  Glib::signal_timeout().connect(sigc::mem_fun(*this, &UPower::onPatienceOver),
+                                 static_cast<unsigned>(patience.count()));
+}
+
+std::optional<std::vector<Dictionary>> UPower::descriptions() const {
+  return powerSourceDescriptions(published_);
+}
+
+std::optional<Dictionary> UPower::registryEntry() const {
+  return batteryRegistryEntry(published_, adapterWatts_);
+}
+
+bool UPower::observe(std::function<void()> changed) {
+  changed_ = std::move(changed);
+  return true;
+}
+
+void UPower::onAppeared(const BusConnection& connection) {
+  grace_.disconnect();
+  connection_ = connection;
+  devices_.clear();
+  enumerated_ = false;
+  added_ = std::make_unique<SignalSubscription>(
+      connection, SignalSubscription::Source{kName, kPath, kInterface, "DeviceAdded"},
+      [this](const Glib::VariantContainerBase& arguments) {
+        addDevice(argument<Glib::DBusObjectPathString>(arguments, 0));
+      });
+  removed_ = std::make_unique<SignalSubscription>(
+      connection, SignalSubscription::Source{kName, kPath, kInterface, "DeviceRemoved"},
+      [this](const Glib::VariantContainerBase& arguments) {
+        removeDevice(argument<Glib::DBusObjectPathString>(arguments, 0));
+      });
+  if (enumeration_) enumeration_->cancel();
+  enumeration_ = Gio::Cancellable::create();
+  connection->call(kPath, kInterface, "EnumerateDevices", {},
+                   sigc::mem_fun(*this, &UPower::onEnumerated), enumeration_, kName, kNoTimeLimit,
+                   Gio::DBus::CallFlags::NO_AUTO_START);
+}
+
+void UPower::onVanished() {
+  if (enumeration_) enumeration_->cancel();
+  added_.reset();
+  removed_.reset();
+  devices_.clear();
+  enumerated_ = false;
+  if (ready_) {
+    std::exchange(ready_, nullptr)();
+  } else if (!grace_.connected()) {
+    grace_ = Glib::signal_timeout().connect_seconds(sigc::mem_fun(*this, &UPower::onGraceOver),
+                                                    kGraceSeconds);
+  }
+}
+
+void UPower::onEnumerated(const Glib::RefPtr<Gio::AsyncResult>& result) {
+  try {
+    const auto reply = connection_->call_finish(result);
+    for (const auto& path : argument<std::vector<Glib::DBusObjectPathString>>(reply, 0)) {
+      addDevice(path);
+    }
+  } catch (const Glib::Error&) {
+    // Gone or replaced in the meantime; its watcher has taken care.
+    return;
+  }
+  enumerated_ = true;
+  checkComplete();
+}
+
+void UPower::addDevice(const Glib::ustring& path) {
+  if (path.empty() || devices_.contains(path)) return;
+  devices_[path].properties = std::make_unique<ObjectProperties>(
+      connection_, kName, path, kDeviceInterface,
+      [this, path](const Properties& properties) {
+        devices_[path].fetched = true;
+        update(path, properties);
+        checkComplete();
+      },
+      [this, path](const Properties& properties) { update(path, properties); });
+}
+
+void UPower::removeDevice(const Glib::ustring& path) {
+  if (devices_.erase(path) > 0) changes_.changed();
+}
+
+void UPower::update(const Glib::ustring& path, const Properties& properties) {
+  UPowerDevice& told = devices_[path].told;
+  const UPowerDevice before = told;
+  told.update(properties);
+  if (told != before) changes_.changed();
+}
+
+void UPower::checkComplete() {
+  const bool complete =
+      enumerated_ && std::all_of(devices_.begin(), devices_.end(),
+                                 [](const auto& device) { return device.second.fetched; });
+  if (!complete) return;
+  // At the start somebody waits for the first account; a later one comes with its changes.
+  if (ready_) {
+    publish();
+    std::exchange(ready_, nullptr)();
+  } else {
+    changes_.changed();
+  }
+}
+
+void UPower::publish() {
+  if (!enumerated_) return;
+  std::vector<UPowerDevice> told;
+  for (const auto& [path, device] : devices_) {
+    if (device.fetched) told.push_back(device.told);
+  }
+  published_ = std::move(told);
+  adapterWatts_ = adapterRating(powerSupplies_);
+  if (changed_) changed_();
+}
+
+bool UPower::onPatienceOver() {
+  if (ready_) std::exchange(ready_, nullptr)();
+  return false;
+}
+
+bool UPower::onGraceOver() {
+  published_.clear();
+  adapterWatts_.reset();
+  if (changed_) changed_();
+  return false;
+}
+
+}  // namespace lumora
