@@ -1,0 +1,53 @@
+# SPDX-FileCopyrightText: 2026 The Lumora authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The bundle under test, as a story starts it, looks at its files and ends it."""
+
+import json
+import os
+import pathlib
+import signal
+import subprocess
+import sys
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "Laptop"))
+
+from remote import wait_for  # noqa: E402
+
+TO_END_SECONDS = 10
+REFRESH_SECONDS = 20
+
+
+class Lumora:
+    """A running Lumora: `with Lumora(bundle) as lumora`. It is asked to end on leaving."""
+
+    def __init__(self, bundle):
+        self._executable = pathlib.Path(bundle).resolve() / "lumora"
+        self._history = pathlib.Path(os.environ["XDG_DATA_HOME"]) / "Lumora" / "history.json"
+        self._defaults = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "Lumora" / "defaults.json"
+        self.process = None
+
+    def __enter__(self):
+        self.process = subprocess.Popen([self._executable], env={**os.environ, "G_DEBUG": "fatal-warnings"})
+        return self
+
+    def __exit__(self, *_):
+        if self.process.poll() is None:
+            self.process.kill()
+            self.process.wait()
+
+    def end(self):
+        """Ask it to end and give its exit code."""
+        self.process.send_signal(signal.SIGTERM)
+        return self.process.wait(TO_END_SECONDS)
+
+    def history(self):
+        """The samples in the file, oldest first."""
+        return json.loads(self._history.read_text()) if self._history.exists() else []
+
+    def settings(self):
+        """What stands in the file of settings."""
+        return json.loads(self._defaults.read_text()) if self._defaults.exists() else {}
+
+    def wait_until_saved(self, condition, what):
+        """Wait until the last saved sample is as wanted."""
+        wait_for(lambda: any(map(condition, self.history()[-1:])), REFRESH_SECONDS, what)

@@ -1,0 +1,136 @@
+# SPDX-FileCopyrightText: 2026 The Lumora authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""A short story of a battery: drained, plugged in, charged over the limit, snoozed and unplugged.
+
+It tells each change of the battery and each notification as it comes, and fails when the story did
+not come out as it must. Run it in the simulated laptop: story.py BUNDLE
+"""
+
+import sys
+import time
+
+from bundle import Lumora
+from remote import RemoteLaptop, wait_for
+
+KINDS = {
+    "Charge limit reached": "chargeLimit",
+    "Low battery": "low",
+    "Try Low Power Mode": "lowPower",
+    "Plugged in for a long time": "tooLong",
+    "Battery health is low": "health",
+}
+EXPECTED = [
+    ("lowPower", "Try Low Power Mode",
+     "Battery is at 29%. Turn on Low Power Mode (System Settings, Battery) to stretch it.", "message-new-instant"),
+    ("low", "Low battery", "Battery is at 20%. Plug in soon.", "message-new-instant"),
+    ("chargeLimit", "Charge limit reached", "Battery is at 80%. Unplug to keep it healthy.", "message-new-instant"),
+]
+PERCENTS = [34, 32, 30, 29, 25, 20, 30, 45, 60, 75, 79, 80, 79, 29, 19]
+# So that each step is a reading of its own, and that one can follow the story.
+PACE_SECONDS = 0.5
+PATIENCE_SECONDS = 20
+
+
+class Story:
+    """What happens, step by step, and what the desktop showed of it."""
+
+    def __init__(self, laptop, lumora):
+        self.laptop = laptop
+        self.lumora = lumora
+        self.told = []
+
+    def battery(self, percent, status):
+        """One step of the battery."""
+        self.laptop.set_battery(percent=percent, status=status)
+        print(f"battery       {percent:3} %  {status}", flush=True)
+        time.sleep(PACE_SECONDS)
+        self.tell_notifications()
+
+    def adapter(self, online):
+        """The adapter's plug."""
+        self.laptop.set_adapter(online)
+        print(f"adapter       {'in' if online else 'out'}", flush=True)
+
+    def tell_notifications(self):
+        """Say what the notification server got since the last time, with the sound that was heard."""
+        sent = self.laptop.notifications()
+        for number in range(len(self.told), len(sent)):
+            sound = wait_for(lambda n=number: self.laptop.sounds()[n:n + 1], PATIENCE_SECONDS, "the sound")[0]
+            title, body = sent[number]["summary"], sent[number]["body"]
+            self.told.append((KINDS.get(title, "?"), title, body, sound))
+            print("notification  " + " | ".join(self.told[-1]), flush=True)
+
+    def wait_for_notification(self, number):
+        """Wait until that many notifications have been shown; the last one's id."""
+        wait_for(lambda: len(self.laptop.notifications()) >= number, PATIENCE_SECONDS, f"notification {number}")
+        self.tell_notifications()
+        return wait_for(lambda: self.laptop.notifications()[number - 1]["id"], PATIENCE_SECONDS, "its id")
+
+
+def play(story):
+    """The story itself."""
+    laptop, lumora = story.laptop, story.lumora
+    lumora.wait_until_saved(lambda sample: sample["p"] == 34, "the first sample")
+    for percent in (32, 30, 29):
+        story.battery(percent, "Discharging")
+    story.wait_for_notification(1)
+    for percent in (25, 20):
+        story.battery(percent, "Discharging")
+    story.wait_for_notification(2)
+
+    story.adapter(True)
+    story.battery(20, "Charging")
+    lumora.wait_until_saved(lambda sample: sample["a"] and sample["c"], "the sample of the charging")
+    for percent in (30, 45, 60, 75, 79, 80):
+        story.battery(percent, "Charging")
+    identifier = story.wait_for_notification(3)
+
+    print('pressed       "Snooze 1 hour"', flush=True)
+    laptop.press_action(identifier)
+    until = wait_for(lambda: lumora.settings().get("snoozeUntil"), PATIENCE_SECONDS, "the snooze")
+    print(f"snoozed       for {(until - time.time()) / 60:.0f} min", flush=True)
+
+    story.adapter(False)
+    story.battery(79, "Discharging")
+    lumora.wait_until_saved(lambda sample: not sample["a"], "the sample on battery")
+    # Low again, but nobody is to be disturbed now.
+    for percent in (29, 19):
+        story.battery(percent, "Discharging")
+    return until
+
+
+def without_repeats(values):
+    """The values, each run of equal ones as one."""
+    return [value for index, value in enumerate(values) if index == 0 or value != values[index - 1]]
+
+
+def main():
+    """Play the story and compare."""
+    laptop = RemoteLaptop()
+    laptop.set_battery(percent=34, status="Discharging")
+    print("battery        34 %  Discharging", flush=True)
+    with Lumora(sys.argv[1]) as lumora:
+        story = Story(laptop, lumora)
+        until = play(story)
+        story.tell_notifications()
+        code = lumora.end()
+        samples = lumora.history()
+
+    print("history       the last samples:")
+    for sample in samples[-5:]:
+        print(f"              {sample}")
+    faults = [text for text, holds in (
+        (f"exit code {code}", code == 0),
+        (f"notifications {story.told}", story.told == EXPECTED),
+        (f"snooze until {until}", 3500 < until - time.time() <= 3600),
+        (f"percents {[sample['p'] for sample in samples]}",
+         without_repeats([sample["p"] for sample in samples]) == PERCENTS),
+    ) if not holds]
+    for fault in faults:
+        print(f"WRONG         {fault}")
+    print("The story went wrong." if faults else "The story came out as it must.")
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Linux/CanberraPlayer.h"
+
+#include <chrono>
+#include <fstream>
+
+#include <gtest/gtest.h>
+
+#include "Laptop.h"
+#include "Support/TemporaryFolder.h"
+#include "WaitFor.h"
+
+namespace lumora::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+class CanberraPlayerTest : public testing::Test {
+ protected:
+  void SetUp() override { laptop.reset(); }
+
+  Laptop laptop;
+  TemporaryFolder sounds;
+  CanberraPlayer player{sounds.path()};
+};
+
+TEST_F(CanberraPlayerTest, PlaysTheDesktopsSoundForAMessage) {
+  player.play(DefaultSound{});
+  EXPECT_TRUE(waitFor([&] { return !laptop.sounds().empty(); }));
+  EXPECT_EQ(laptop.sounds(), std::vector<Glib::ustring>{kMessageSound});
+}
+
+TEST_F(CanberraPlayerTest, PlaysANamedSoundAndNothingForAnUnknownOne) {
+  std::filesystem::copy_file("/usr/share/sounds/freedesktop/stereo/bell.oga",
+                             sounds.path() / "Ping.oga");
+  player.play(Silence{});
+  player.play(NamedSound{"Nobody"});
+  player.play(NamedSound{"Ping"});
+  EXPECT_TRUE(waitFor([&] { return !laptop.sounds().empty(); }));
+  ASSERT_EQ(laptop.sounds().size(), 1U);
+  EXPECT_TRUE(laptop.sounds().front().raw().ends_with("Ping.oga"));
+}
+
+TEST_F(CanberraPlayerTest, NeverWaits) {
+  laptop.hang("sound");
+  const auto start = std::chrono::steady_clock::now();
+  for (int i = 0; i < 20; ++i) player.play(DefaultSound{});
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 200ms);
+  laptop.resume("sound");
+  EXPECT_TRUE(waitFor([&] { return !laptop.sounds().empty(); }));
+}
+
+TEST(SoundFile, StaysInTheFolderOfSounds) {
+  EXPECT_EQ(soundFile("/sounds", {"Ping"}), "/sounds/Ping.oga");
+  EXPECT_EQ(soundFile("/sounds", {"../../etc/Ping"}), "/sounds/Ping.oga");
+  EXPECT_EQ(soundFile("/sounds", {"/etc/Ping"}), "/sounds/Ping.oga");
+}
+
+}  // namespace
+}  // namespace lumora::test

@@ -1,0 +1,169 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Linux/LocalFiles.h"
+
+#include <csignal>
+#include <fstream>
+#include <sstream>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include "Support/TemporaryFolder.h"
+
+namespace lumora::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+class LocalFilesTest : public testing::Test {
+ protected:
+  static std::string text(const fs::path& path) {
+    std::ostringstream text;
+    text << std::ifstream(path).rdbuf();
+    return text.str();
+  }
+
+  static unsigned mode(const fs::path& path) {
+    return static_cast<unsigned>(fs::status(path).permissions());
+  }
+
+  std::vector<fs::path> names() const {
+    std::vector<fs::path> names;
+    for (const auto& entry : fs::directory_iterator(folder.path())) {
+      names.push_back(entry.path().filename());
+    }
+    return names;
+  }
+
+  TemporaryFolder folder;
+  LocalFiles files;
+  fs::path file = folder.path() / "file";
+};
+
+TEST_F(LocalFilesTest, WritesAndReadsBack) {
+  const std::string bytes("a\0b\n", 4);
+  const auto stamp = files.replace(file, bytes);
+  ASSERT_TRUE(stamp);
+  const FileContent content = files.read(file);
+  EXPECT_EQ(content.bytes, bytes);
+  EXPECT_EQ(content.stamp, stamp);
+  EXPECT_EQ(files.stamp(file), stamp);
+  EXPECT_EQ(names(), std::vector<fs::path>{"file"});
+}
+
+TEST_F(LocalFilesTest, KeepsFilesAndFoldersToTheUser) {
+  const mode_t before = umask(0);
+  files.createFolders(folder.path() / "a" / "b");
+  files.replace(folder.path() / "a" / "b" / "file", "text");
+  umask(before);
+  EXPECT_EQ(mode(folder.path() / "a"), 0700U);
+  EXPECT_EQ(mode(folder.path() / "a" / "b"), 0700U);
+  EXPECT_EQ(mode(folder.path() / "a" / "b" / "file"), 0600U);
+}
+
+TEST_F(LocalFilesTest, TakesRightsAwayFromAFileThatHadMore) {
+  std::ofstream(file) << "old";
+  fs::permissions(file, fs::perms::all);
+  EXPECT_TRUE(files.replace(file, "new"));
+  EXPECT_EQ(mode(file), 0600U);
+}
+
+TEST_F(LocalFilesTest, MissingIsNotUnreadable) {
+  const FileContent content = files.read(file);
+  EXPECT_FALSE(content.bytes);
+  EXPECT_FALSE(content.exists);
+  EXPECT_EQ(content.stamp, FileStamp{});
+  EXPECT_EQ(files.stamp(file), FileStamp{});
+}
+
+TEST_F(LocalFilesTest, ReadsNothingButRegularFiles) {
+  const fs::path pipe = folder.path() / "pipe";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  for (const fs::path& path : {folder.path(), pipe, fs::path("/dev/zero")}) {
+    const FileContent content = files.read(path);
+    EXPECT_FALSE(content.bytes) << path;
+    EXPECT_TRUE(content.exists) << path;
+  }
+}
+
+TEST_F(LocalFilesTest, ReadsNothingBeyond256MiB) {
+  std::ofstream(file) << "x";
+  fs::resize_file(file, (std::uintmax_t{256} << 20) + 1);
+  EXPECT_FALSE(files.read(file).bytes);
+  EXPECT_TRUE(files.read(file).exists);
+}
+
+TEST_F(LocalFilesTest, StampsTellChangesApart) {
+  std::ofstream(file) << "one";
+  const FileStamp one = files.stamp(file);
+  std::ofstream(file) << "three";
+  EXPECT_NE(files.stamp(file), one);
+  const auto replaced = files.replace(file, "three");
+  EXPECT_EQ(files.stamp(file), replaced);
+  fs::remove(file);
+  EXPECT_EQ(files.stamp(file), FileStamp{});
+}
+
+TEST_F(LocalFilesTest, AFullDiskLeavesTheOldFileWhole) {
+  ASSERT_TRUE(files.replace(file, "old"));
+  // The nearest thing to a full disk that every user can have: no file may grow beyond this.
+  rlimit before{};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+  std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit small{1000, before.rlim_max};
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+  const auto stamp = files.replace(file, std::string(100'000, 'x'));
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+  std::signal(SIGXFSZ, SIG_DFL);
+
+  EXPECT_FALSE(stamp);
+  EXPECT_EQ(text(file), "old");
+  EXPECT_EQ(names(), std::vector<fs::path>{"file"});
+}
+
+TEST_F(LocalFilesTest, AFolderThatTakesNoFilesChangesNothing) {
+  // Nobody may make files there, root included.
+  EXPECT_FALSE(files.replace("/proc/self/file", "new"));
+  EXPECT_FALSE(files.keepAs("/proc/self/status", "/proc/self/other"));
+}
+
+TEST_F(LocalFilesTest, WhatCannotBeReplacedStays) {
+  fs::create_directories(file / "inside");
+  EXPECT_FALSE(files.replace(file, "new"));
+  EXPECT_TRUE(fs::exists(file / "inside"));
+  EXPECT_EQ(names(), std::vector<fs::path>{"file"});
+}
+
+TEST_F(LocalFilesTest, ALeftOverTemporaryFileIsNoHindrance) {
+  std::ofstream(folder.path() / "file.new") << "half a sav";
+  EXPECT_TRUE(files.replace(file, "new"));
+  EXPECT_EQ(text(file), "new");
+  EXPECT_EQ(names(), std::vector<fs::path>{"file"});
+}
+
+TEST_F(LocalFilesTest, ASymbolicLinkStaysOne) {
+  fs::create_directory(folder.path() / "elsewhere");
+  const fs::path target = folder.path() / "elsewhere" / "target";
+  std::ofstream(target) << "old";
+  fs::create_symlink("elsewhere/target", file);
+  EXPECT_TRUE(files.replace(file, "new"));
+  EXPECT_TRUE(fs::is_symlink(file));
+  EXPECT_EQ(text(target), "new");
+}
+
+TEST_F(LocalFilesTest, KeepsAFileUnderAnotherName) {
+  std::ofstream(file) << "broken";
+  const fs::path kept = folder.path() / "file.unreadable";
+  std::ofstream(kept) << "older";
+  EXPECT_TRUE(files.keepAs(file, kept));
+  EXPECT_EQ(text(kept), "broken");
+  EXPECT_TRUE(files.replace(file, "new"));
+  EXPECT_EQ(text(kept), "broken");
+  EXPECT_EQ(text(file), "new");
+}
+
+}  // namespace
+}  // namespace lumora::test

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Linux/MainBundle.h"
+
+#include <fstream>
+
+#include <gtest/gtest.h>
+
+#include "Support/TemporaryFolder.h"
+
+namespace lumora::test {
+namespace {
+
+TEST(MainBundle, IsTheFolderNamedByItsDesktopEntry) {
+  const TemporaryFolder folder;
+  std::ofstream(folder.path() / "org.example.Test.desktop");
+  std::ofstream(folder.path() / "test");
+  EXPECT_EQ(bundleOf(folder.path() / "test"), (Bundle{folder.path(), "org.example.Test"}));
+}
+
+TEST(MainBundle, HasNoIdentifierWithoutExactlyOneEntry) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(bundleOf(folder.path() / "test").identifier, std::nullopt);
+  std::ofstream(folder.path() / "a.desktop");
+  std::ofstream(folder.path() / "b.desktop");
+  EXPECT_EQ(bundleOf(folder.path() / "test").identifier, std::nullopt);
+  EXPECT_EQ(bundleOf("/nowhere/test").identifier, std::nullopt);
+}
+
+TEST(MainBundle, OfThisTestIsNone) {
+  const Bundle bundle = mainBundle();
+  EXPECT_TRUE(std::filesystem::exists(bundle.location / "platform_tests"));
+  EXPECT_EQ(bundle.identifier, std::nullopt);
+}
+
+}  // namespace
+}  // namespace lumora::test

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Linux/PowerProfiles.h"
+
+#include <gtest/gtest.h>
+
+#include "Laptop.h"
+#include "WaitFor.h"
+
+namespace lumora::test {
+namespace {
+
+class PowerProfilesTest : public testing::Test {
+ protected:
+  void SetUp() override { laptop.reset(); }
+
+  bool becomes(bool enabled) {
+    return waitFor([&] { return profiles.isEnabled() == enabled; });
+  }
+
+  Laptop laptop;
+  PowerProfiles profiles;
+};
+
+TEST_F(PowerProfilesTest, FollowsTheProfile) {
+  int changes = 0;
+  profiles.observe([&] { ++changes; });
+  EXPECT_FALSE(profiles.isEnabled());
+  laptop.setProfile("power-saver");
+  EXPECT_TRUE(becomes(true));
+  laptop.setProfile("balanced");
+  EXPECT_TRUE(becomes(false));
+  EXPECT_EQ(changes, 2);
+}
+
+TEST_F(PowerProfilesTest, KnowsTheProfileThatWasChosenBefore) {
+  laptop.setProfile("power-saver");
+  PowerProfiles later;
+  EXPECT_TRUE(waitFor([&] { return later.isEnabled(); }));
+}
+
+TEST_F(PowerProfilesTest, IsOffWithoutTheService) {
+  laptop.setProfile("power-saver");
+  EXPECT_TRUE(becomes(true));
+  laptop.kill("profiles");
+  EXPECT_TRUE(becomes(false));
+}
+
+TEST_F(PowerProfilesTest, BelievesTheNewerNameWhereBothAnswer) {
+  laptop.setProfile("power-saver");
+  EXPECT_TRUE(becomes(true));
+  laptop.ownNewProfilesName(true, "balanced");
+  EXPECT_TRUE(becomes(false));
+  laptop.ownNewProfilesName(true, "power-saver");
+  EXPECT_TRUE(becomes(true));
+  laptop.setProfile("balanced");
+  laptop.ownNewProfilesName(false, "");
+  EXPECT_TRUE(becomes(false));
+}
+
+}  // namespace
+}  // namespace lumora::test

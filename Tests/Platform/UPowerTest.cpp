@@ -1,0 +1,233 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Linux/UPower.h"
+
+#include <gtest/gtest.h>
+
+#include "Battery/BatteryReader.h"
+#include "Laptop.h"
+#include "Support/FakeLowPowerMode.h"
+#include "WaitFor.h"
+
+namespace lumora::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Reads the simulated laptop's batteries through the real UPower.
+class UPowerTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    laptop.reset();
+    connect();
+  }
+
+  void connect() {
+    upower.emplace(std::string(g_getenv("UMOCKDEV_DIR")) + "/sys/class/power_supply");
+    bool ready = false;
+    upower->whenReady(2s, [&] { ready = true; });
+    ASSERT_TRUE(waitFor([&] { return ready; }));
+    upower->observe([this] { ++changes; });
+  }
+
+  BatteryState read() {
+    FakeLowPowerMode mode;
+    return BatteryReader(*upower, mode).read();
+  }
+
+  bool becomes(const std::function<bool(const BatteryState&)>& condition) {
+    return waitFor([&] { return condition(read()); });
+  }
+
+  Laptop laptop;
+  std::optional<UPower> upower;
+  int changes = 0;
+};
+
+TEST_F(UPowerTest, ReadsTheOneBattery) {
+  const BatteryState state = read();
+  EXPECT_TRUE(state.hasBattery);
+  EXPECT_EQ(state.percent, 60);
+  EXPECT_FALSE(state.isCharging);
+  EXPECT_FALSE(state.pluggedIn);
+  EXPECT_EQ(state.sourceName, "LP-50");
+  EXPECT_EQ(state.cycleCount, 120);
+  EXPECT_EQ(state.designCapacity, 50'000);
+  EXPECT_EQ(state.fullCapacity, 45'000);
+  EXPECT_DOUBLE_EQ(state.temperatureC.value_or(0), 31.2);
+  EXPECT_DOUBLE_EQ(state.voltage.value_or(0), 11.4);
+  EXPECT_NEAR(*state.voltage * state.amperage.value_or(0), -10, 0.01);
+  // 27 Wh at 10 W.
+  EXPECT_EQ(state.minutesToEmpty, 162);
+  EXPECT_EQ(state.minutesToFull, std::nullopt);
+  EXPECT_EQ(state.adapterWatts, std::nullopt);
+}
+
+TEST_F(UPowerTest, TellsAnEventWhenTheBatteryChanges) {
+  laptop.setBattery("BAT0", {{"percent", variant(59)}});
+  EXPECT_TRUE(waitFor([&] { return changes > 0; }));
+  EXPECT_EQ(read().percent, 59);
+}
+
+TEST_F(UPowerTest, ChargesOnTheAdapter) {
+  laptop.setAdapter(true);
+  laptop.setBattery("BAT0", {{"status", variant("Charging")}});
+  EXPECT_TRUE(becomes([](const BatteryState& state) {
+    return state.pluggedIn && state.isCharging && state.minutesToFull == 108 &&
+           !state.minutesToEmpty && state.amperage > 0;
+  }));
+}
+
+TEST_F(UPowerTest, IsFull) {
+  laptop.setAdapter(true);
+  laptop.setBattery("BAT0", {{"status", variant("Full")}, {"percent", variant(100)}});
+  EXPECT_TRUE(becomes([](const BatteryState& state) {
+    return state.pluggedIn && state.isCharged && state.percent == 100;
+  }));
+}
+
+TEST_F(UPowerTest, HoldsTheChargeOnTheAdapter) {
+  laptop.setAdapter(true);
+  laptop.setBattery("BAT0", {{"status", variant("Not charging")}, {"percent", variant(80)}});
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return state.percent == 80; }));
+  EXPECT_EQ(read().stateText(), "Plugged in, not charging");
+}
+
+TEST_F(UPowerTest, IsPluggedInWhenOnlyTheBatterySaysSo) {
+  laptop.setBattery("BAT0", {{"status", variant("Not charging")}});
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return state.pluggedIn; }));
+  EXPECT_FALSE(read().isCharging);
+}
+
+TEST_F(UPowerTest, StaysPluggedInWhileAWeakAdapterLetsItDischarge) {
+  laptop.setAdapter(true);
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return state.pluggedIn; }));
+  EXPECT_FALSE(read().isCharging);
+  EXPECT_LT(read().amperage, 0);
+}
+
+TEST_F(UPowerTest, AddsTwoBatteriesOfDifferentSizeUp) {
+  laptop.setBattery("BAT1", {{"percent", variant(10)},
+                             {"full", variant(15.0)},
+                             {"design", variant(20.0)},
+                             {"power", variant(0.0)},
+                             {"cycles", variant(300)},
+                             {"status", variant("Unknown")}});
+  // 27 of 45 Wh and 1.5 of 15 Wh: 28.5 of 60 Wh.
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return state.percent == 48; }));
+  const BatteryState state = read();
+  EXPECT_EQ(state.designCapacity, 70'000);
+  EXPECT_EQ(state.fullCapacity, 60'000);
+  EXPECT_EQ(state.cycleCount, 300);
+  EXPECT_EQ(state.minutesToEmpty, 171);
+}
+
+TEST_F(UPowerTest, DoesNotTakeAMouseOrAUpsForTheBattery) {
+  laptop.addMouse(7);
+  laptop.addUps(99);
+  laptop.setBattery("BAT0", {{"percent", variant(55)}});
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return state.percent == 55; }));
+  EXPECT_EQ(read().designCapacity, 50'000);
+}
+
+TEST_F(UPowerTest, HasNoBatteryBesideAMouseAndAUps) {
+  laptop.addMouse(7);
+  laptop.addUps(99);
+  laptop.removeDevice("BAT0");
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return !state.hasBattery; }));
+  EXPECT_EQ(read(), BatteryState{});
+}
+
+TEST_F(UPowerTest, FollowsAPackThatIsPulledAndAnotherPutIn) {
+  laptop.setBattery("BAT0", {{"present", variant(false)}});
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return !state.hasBattery; }));
+  laptop.setBattery("BAT0", {{"present", variant(true)},
+                             {"percent", variant(90)},
+                             {"full", variant(30.0)},
+                             {"design", variant(30.0)}});
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return state.percent == 90; }));
+  EXPECT_EQ(read().designCapacity, 30'000);
+}
+
+TEST_F(UPowerTest, FollowsABatteryThatComesAndGoes) {
+  laptop.removeDevice("BAT0");
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return !state.hasBattery; }));
+  laptop.setBattery("BAT0", {{"percent", variant(42)}});
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return state.percent == 42; }));
+}
+
+TEST_F(UPowerTest, IsQuietWhileNothingChanges) {
+  // An event that changes nothing, then one that does: only the second is told.
+  laptop.setBattery("BAT0", {});
+  laptop.setBattery("BAT0", {});
+  laptop.setBattery("BAT0", {{"percent", variant(61)}});
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return state.percent == 61; }));
+  EXPECT_EQ(changes, 1);
+}
+
+TEST_F(UPowerTest, IsReadyWhenNobodyIsThere) {
+  laptop.kill("upower");
+  const auto start = std::chrono::steady_clock::now();
+  connect();
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 1s);
+  EXPECT_EQ(read(), BatteryState{});
+  laptop.start("upower");
+  EXPECT_TRUE(waitFor([&] { return read().percent == 60; }, 2s));
+}
+
+TEST_F(UPowerTest, WaitsForAHungServiceNoLongerThanItsPatience) {
+  laptop.hang("upower");
+  const auto start = std::chrono::steady_clock::now();
+  connect();
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 3s);
+  EXPECT_EQ(read(), BatteryState{});
+  laptop.resume("upower");
+  EXPECT_TRUE(waitFor([&] { return read().percent == 60; }, 2s));
+}
+
+TEST_F(UPowerTest, KeepsWhatItKnewWhileTheServiceRestarts) {
+  laptop.kill("upower");
+  bool lost = false;
+  upower->observe([&] { lost = lost || !read().hasBattery; });
+  drainMainLoop();
+  EXPECT_EQ(read().percent, 60);
+  laptop.setBattery("BAT0", {{"percent", variant(44)}});
+  laptop.start("upower");
+  EXPECT_TRUE(waitFor([&] { return read().percent == 44; }, 2s));
+  EXPECT_FALSE(lost);
+}
+
+TEST_F(UPowerTest, ForgetsABatteryThatNobodyReportsAnyMore) {
+  laptop.kill("upower");
+  EXPECT_TRUE(waitFor([&] { return !read().hasBattery; }, 15s));
+  EXPECT_EQ(changes, 1);
+}
+
+TEST_F(UPowerTest, MakesOneChangeOfABurst) {
+  laptop.mockUPower(true);
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return state.hasBattery; }));
+  drainMainLoop();
+  changes = 0;
+  laptop.propertyBurst(10'000);
+  laptop.setMockProperty("Percentage", variant(33.0));
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return state.percent == 33; }));
+  EXPECT_EQ(changes, 1);
+  laptop.mockUPower(false);
+}
+
+TEST_F(UPowerTest, TakesAPropertyOfTheWrongTypeAsUnknown) {
+  laptop.mockUPower(true);
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return state.hasBattery; }));
+  laptop.setMockProperty("Voltage", variant("high"));
+  laptop.setMockProperty("TimeToEmpty", variant(1.5));
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return !state.voltage; }));
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return !state.minutesToEmpty; }));
+  laptop.setMockProperty("Percentage", variant(true));
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return !state.hasBattery; }));
+  laptop.setMockProperty("Percentage", variant(12.0));
+  EXPECT_TRUE(becomes([](const BatteryState& state) { return state.percent == 12; }));
+  laptop.mockUPower(false);
+}
+
+}  // namespace
+}  // namespace lumora::test
