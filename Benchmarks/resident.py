@@ -1,0 +1,80 @@
+# SPDX-FileCopyrightText: 2026 The Lumora authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""What the running program costs: resident.py BUNDLE [MINUTES], in the simulated laptop.
+
+Five minutes on battery beside the real UPower, which polls every 30 seconds, then two with UPower
+held still, so that what is left is Lumora's own. Wake-ups are voluntary context switches of all
+threads.
+"""
+
+import pathlib
+import sys
+import time
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "Tests" / "EndToEnd"))
+
+from bundle import Lumora  # noqa: E402
+from remote import RemoteLaptop  # noqa: E402
+
+QUIET_MINUTES = 2
+
+
+def cpu_ms(process):
+    """CPU time of all threads so far, in milliseconds."""
+    threads = pathlib.Path(f"/proc/{process}/task").iterdir()
+    return sum(int((thread / "schedstat").read_text().split()[0]) for thread in threads) / 1e6
+
+
+def status(path, name):
+    """A number of a status file."""
+    return next(int(line.split()[1]) for line in path.read_text().splitlines() if line.startswith(name))
+
+
+def wake_ups(process):
+    """Voluntary context switches of all threads so far."""
+    threads = pathlib.Path(f"/proc/{process}/task").iterdir()
+    return sum(status(thread / "status", "voluntary_ctxt_switches") for thread in threads)
+
+
+def observe(process, minutes):
+    """CPU milliseconds and wake-ups, each per minute."""
+    before = cpu_ms(process), wake_ups(process)
+    time.sleep(60 * minutes)
+    after = cpu_ms(process), wake_ups(process)
+    return [(now - then) / minutes for then, now in zip(before, after)]
+
+
+def row(name, value, unit, limit=None):
+    """A line of the table; whether the value keeps within its limit."""
+    verdict = "" if limit is None else f"  at most {limit}" + ("" if value <= limit else "  MISSED")
+    print(f"{name:44} {value:8.2f} {unit:9}{verdict}", flush=True)
+    return limit is None or value <= limit
+
+
+def main():
+    """Start, settle, observe, print."""
+    minutes = float(sys.argv[2]) if len(sys.argv) > 2 else 5
+    laptop = RemoteLaptop()
+    with Lumora(sys.argv[1]) as lumora:
+        process = lumora.process.pid
+        lumora.wait_until_saved(lambda sample: sample["p"] == 60, "the first sample")
+        kept = [row("start to first saved refresh, CPU", cpu_ms(process), "ms", 30)]
+        cpu, wakes = observe(process, minutes)
+        kept.append(row("CPU beside UPower", cpu, "ms/min", 1))
+        row("wake-ups beside UPower", wakes, "1/min")
+        laptop.hang("upower")
+        cpu, wakes = observe(process, QUIET_MINUTES)
+        row("CPU with UPower silent", cpu, "ms/min")
+        kept.append(row("wake-ups with UPower silent", wakes, "1/min", 2))
+        laptop.resume("upower")
+        memory = pathlib.Path(f"/proc/{process}/status")
+        kept.append(row("resident memory, the most so far", status(memory, "VmHWM") / 1024, "MiB", 14))
+        row("resident memory", status(memory, "VmRSS") / 1024, "MiB")
+        row("of that its own", status(memory, "RssAnon") / 1024, "MiB")
+        row("threads", status(memory, "Threads"), "")
+        lumora.end()
+    return 0 if all(kept) else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
