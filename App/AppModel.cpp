@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AppModel.h"
 
+#include "Preferences/Prefs.h"
+
 #include <cstdlib>
 #include <utility>
-
-#include "Preferences/Prefs.h"
 
 namespace lumora {
 namespace {
@@ -58,8 +58,7 @@ void AppModel::refresh(Reason reason) {
   historyVersion_.set(*historyVersion_ + 1);
 
   const Prefs prefs = Prefs::current(defaults_);
-  AlertEngine::Input input{
-      .state = reading, .since = *pluggedSince_, .now = now, .prefs = prefs};
+  AlertEngine::Input input{.state = reading, .since = *pluggedSince_, .now = now, .prefs = prefs};
   if (startsOver(reason)) {
     input.prime = true;
     engine_.run(input, defaults_);

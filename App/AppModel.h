@@ -2,13 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstdint>
-#include <filesystem>
-#include <functional>
-#include <memory>
-#include <optional>
-#include <thread>
-
 #include "Alerts/AlertEngine.h"
 #include "Alerts/Notifier.h"
 #include "Battery/BatteryReader.h"
@@ -17,6 +10,13 @@
 #include "Platform/Clock.h"
 #include "Platform/SleepEvents.h"
 #include "Preferences/DefaultsStore.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <thread>
 
 namespace lumora {
 

@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "AppDelegate.h"
+#include "ApplicationId.h"
+
 #include <memory>
 #include <optional>
 
 #include <giomm.h>
 #include <glib-unix.h>
 #include <malloc.h>
-
-#include "AppDelegate.h"
-#include "ApplicationId.h"
 
 namespace {
 

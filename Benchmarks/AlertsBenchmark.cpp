@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <benchmark/benchmark.h>
-
 #include "Alerts/AlertEngine.h"
 #include "Platform/Linux/LocalFiles.h"
 #include "Support/TemporaryFolder.h"
+
+#include <benchmark/benchmark.h>
 
 namespace lumora::benchmark {
 namespace {

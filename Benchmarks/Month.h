@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <vector>
-
 #include "History/Sample.h"
 #include "Platform/Date.h"
+
+#include <vector>
 
 namespace lumora::benchmark {
 

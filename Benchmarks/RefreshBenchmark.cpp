@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <benchmark/benchmark.h>
-
 #include "AppModel.h"
+#include "History/HistoryFile.h"
 #include "Month.h"
 #include "Platform/Linux/DesktopNotifications.h"
 #include "Platform/Linux/LocalFiles.h"
@@ -11,9 +10,10 @@
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/PowerProfiles.h"
 #include "Platform/Linux/UPower.h"
-#include "History/HistoryFile.h"
 #include "Support/FakeSoundPlayer.h"
 #include "Support/TemporaryFolder.h"
+
+#include <benchmark/benchmark.h>
 
 namespace lumora::benchmark {
 namespace {

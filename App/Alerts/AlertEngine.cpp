@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Alerts/AlertEngine.h"
 
+#include "Preferences/DefaultsStore.h"
+
 #include <cmath>
 #include <cstdlib>
 #include <string>
-
-#include "Preferences/DefaultsStore.h"
 
 namespace lumora {
 namespace {
@@ -25,8 +25,7 @@ bool chargeLimitInForce(const AlertEngine::Input& input) {
 }
 
 bool lowInForce(const AlertEngine::Input& input) {
-  return input.prefs.lowEnabled && !input.state.pluggedIn &&
-         input.state.percent <= input.prefs.low;
+  return input.prefs.lowEnabled && !input.state.pluggedIn && input.state.percent <= input.prefs.low;
 }
 
 bool lowPowerInForce(const AlertEngine::Input& input) {
@@ -73,8 +72,7 @@ std::optional<PendingAlert> runHealth(const AlertEngine::Input& input, DefaultsS
     defaults.set(kHealthAlertSent, true);
     const std::string rounded = std::to_string(wholeNumber(std::round(*health)));
     return PendingAlert{AlertKind::health, "Battery health is low",
-                        "Battery health has fallen to " + rounded +
-                            "% of its original capacity."};
+                        "Battery health has fallen to " + rounded + "% of its original capacity."};
   }
   if (*health >= kHealthRecovered && sent) defaults.set(kHealthAlertSent, false);
   return std::nullopt;
@@ -115,8 +113,8 @@ std::vector<PendingAlert> AlertEngine::run(const Input& input, DefaultsStore& de
     }
     if (due(AlertKind::low, low) && !lowSent) {
       lowSent = true;
-      alerts.push_back({AlertKind::low, "Low battery",
-                        "Battery is at " + atPercent(state) + ". Plug in soon."});
+      alerts.push_back(
+          {AlertKind::low, "Low battery", "Battery is at " + atPercent(state) + ". Plug in soon."});
     }
     if (due(AlertKind::lowPower, lowPower) && !lowPowerSent) {
       lowPowerSent = true;

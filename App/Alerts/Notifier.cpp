@@ -30,22 +30,23 @@ bool Notifier::available() const {
   return bundle_.location.extension() == ".app" && bundle_.identifier.has_value();
 }
 
-/// Answers come on any thread and perhaps after this object's end.
-template <typename Task>
-void Notifier::runSoonIfAlive(Task task) {
-  runLoop_.runSoon([alive = std::weak_ptr(alive_), task = std::move(task)] {
-    if (!alive.expired()) task();
-  });
+/// What may be called on any thread and even after this object's end: `task` then runs on the main
+/// thread, or not at all.
+std::function<void()> Notifier::onMainThread(std::function<void()> task) {
+  return [alive = std::weak_ptr(alive_), &runLoop = runLoop_, task = std::move(task)] {
+    runLoop.runSoon([alive, task] {
+      if (!alive.expired()) task();
+    });
+  };
 }
 
 void Notifier::setup() {
   if (!available()) return;
-  centre_.setResponseHandler([this](const std::string& action, const auto& completionHandler) {
-    if (action == kSnooze) {
-      runSoonIfAlive([this] {
-        if (onSnooze) onSnooze();
-      });
-    }
+  const auto snooze = onMainThread([this] {
+    if (onSnooze) onSnooze();
+  });
+  centre_.setResponseHandler([snooze](const std::string& action, const auto& completionHandler) {
+    if (action == kSnooze) snooze();
     completionHandler();
   });
   centre_.setCategories({{kCategory, {{kSnooze, "Snooze 1 hour"}}}});
@@ -53,13 +54,14 @@ void Notifier::setup() {
 
 void Notifier::requestIfNeeded(AskUser askUser) {
   if (!available()) return;
-  centre_.authorizationStatus([this, askUser = std::move(askUser)](AuthorizationStatus status) {
-    if (status != AuthorizationStatus::notDetermined) return;
-    runSoonIfAlive([this, askUser] {
-      askUser(kExplanation, [this](std::size_t button) {
-        if (button == kContinue) centre_.requestAuthorization();
-      });
+  const auto requestAuthorization = onMainThread([this] { centre_.requestAuthorization(); });
+  const auto explain = onMainThread([requestAuthorization, askUser = std::move(askUser)] {
+    askUser(kExplanation, [requestAuthorization](std::size_t button) {
+      if (button == kContinue) requestAuthorization();
     });
+  });
+  centre_.authorizationStatus([explain](AuthorizationStatus status) {
+    if (status == AuthorizationStatus::notDetermined) explain();
   });
 }
 

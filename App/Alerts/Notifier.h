@@ -2,16 +2,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Alerts/PendingAlert.h"
+#include "Platform/Bundle.h"
+#include "Platform/NotificationCentre.h"
+#include "Platform/RunLoop.h"
+
 #include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
-
-#include "Alerts/PendingAlert.h"
-#include "Platform/Bundle.h"
-#include "Platform/NotificationCentre.h"
-#include "Platform/RunLoop.h"
 
 namespace lumora {
 
@@ -53,8 +53,7 @@ class Notifier {
   void post(const PendingAlert& alert, const std::string& sound);
 
  private:
-  template <typename Task>
-  void runSoonIfAlive(Task task);
+  std::function<void()> onMainThread(std::function<void()> task);
 
   NotificationCentre& centre_;
   const Bundle& bundle_;

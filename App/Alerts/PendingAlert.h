@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <string>
-
 #include "Alerts/AlertKind.h"
+
+#include <string>
 
 namespace lumora {
 

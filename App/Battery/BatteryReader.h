@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <functional>
-
 #include "Battery/BatteryState.h"
 #include "Platform/LowPowerMode.h"
 #include "Platform/PowerSources.h"
+
+#include <functional>
 
 namespace lumora {
 

@@ -13,21 +13,21 @@ namespace lumora {
 /// battery; an absent value is one the system does not know.
 struct BatteryState {
   bool hasBattery = false;
-  std::int64_t percent = 0;                   ///< Charge level, 0 to 100.
+  std::int64_t percent = 0;  ///< Charge level, 0 to 100.
   bool isCharging = false;
-  bool pluggedIn = false;                     ///< Runs on the power adapter.
-  bool isCharged = false;                     ///< Reported as fully charged.
+  bool pluggedIn = false;  ///< Runs on the power adapter.
+  bool isCharged = false;  ///< Reported as fully charged.
   std::optional<std::int64_t> minutesToFull;
   std::optional<std::int64_t> minutesToEmpty;
   std::optional<std::string> sourceName;
   std::optional<std::int64_t> cycleCount;
-  std::optional<std::int64_t> designCapacity; ///< When new, in the battery's own unit.
-  std::optional<std::int64_t> fullCapacity;   ///< Today, in the unit of `designCapacity`.
-  std::optional<double> temperatureC;         ///< Degrees Celsius.
-  std::optional<double> voltage;              ///< Volts.
-  std::optional<double> amperage;             ///< Amperes, above zero while charging.
-  std::optional<std::int64_t> adapterWatts;   ///< What the connected adapter is rated for.
-  bool lowPowerMode = false;                  ///< The system saves power.
+  std::optional<std::int64_t> designCapacity;  ///< When new, in the battery's own unit.
+  std::optional<std::int64_t> fullCapacity;    ///< Today, in the unit of `designCapacity`.
+  std::optional<double> temperatureC;          ///< Degrees Celsius.
+  std::optional<double> voltage;               ///< Volts.
+  std::optional<double> amperage;              ///< Amperes, above zero while charging.
+  std::optional<std::int64_t> adapterWatts;    ///< What the connected adapter is rated for.
+  bool lowPowerMode = false;                   ///< The system saves power.
 
   bool operator==(const BatteryState&) const = default;
 

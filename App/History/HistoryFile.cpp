@@ -6,7 +6,7 @@
 #include <cmath>
 #include <string_view>
 
-#include <simdjson.h>
+#include "Platform/JsonValue.h"
 
 namespace lumora {
 namespace {
@@ -15,14 +15,16 @@ namespace json = simdjson::ondemand;
 
 // 17 significant digits and an exponent fit with room to spare, as do 15 digits and a point.
 constexpr std::size_t kLongestSample = 96;
-// Below this, digits without an exponent are short and what people expect to read.
-constexpr double kReadable = 1e15;
+// Between these, digits without an exponent are short, and what people expect to read.
+constexpr double kLeastReadable = 1;
+constexpr double kMostReadable = 1e15;
 
 char* append(char* out, std::string_view text) { return text.copy(out, text.size()) + out; }
 
 char* appendTime(char* out, double time) {
-  const auto format =
-      std::abs(time) < kReadable ? std::chars_format::fixed : std::chars_format::scientific;
+  const double size = std::abs(time);
+  const bool readable = size >= kLeastReadable && size < kMostReadable;
+  const auto format = readable ? std::chars_format::fixed : std::chars_format::scientific;
   return std::to_chars(out, out + 32, time, format).ptr;
 }
 
@@ -35,55 +37,10 @@ char* appendSample(char* out, const Sample& sample) {
 }
 
 bool readInteger(json::value value, std::int64_t& integer) {
-  json::number number;
-  if (value.get_number().get(number) != simdjson::SUCCESS) return false;
-  if (number.is_int64()) {
-    integer = number.get_int64();
-    return true;
-  }
-  constexpr double kTwoTo63 = 9223372036854775808.0;
-  const double floating = number.as_double();
-  if (floating != std::trunc(floating) || floating < -kTwoTo63 || floating >= kTwoTo63) {
-    return false;
-  }
-  integer = static_cast<std::int64_t>(floating);
-  return true;
-}
-
-/// Walks through a value that nobody needs, because the parser checks only what is read.
-bool isValid(json::value value) {
-  json::json_type type{};
-  if (value.type().get(type) != simdjson::SUCCESS) return false;
-  switch (type) {
-    case json::json_type::array: {
-      json::array elements;
-      if (value.get_array().get(elements) != simdjson::SUCCESS) return false;
-      for (auto element : elements) {
-        json::value inner;
-        if (element.get(inner) != simdjson::SUCCESS || !isValid(inner)) return false;
-      }
-      return true;
-    }
-    case json::json_type::object: {
-      json::object fields;
-      if (value.get_object().get(fields) != simdjson::SUCCESS) return false;
-      for (auto field : fields) {
-        json::value inner;
-        if (field.unescaped_key().error() != simdjson::SUCCESS) return false;
-        if (field.value().get(inner) != simdjson::SUCCESS || !isValid(inner)) return false;
-      }
-      return true;
-    }
-    case json::json_type::number:
-      return value.get_double().error() == simdjson::SUCCESS;
-    case json::json_type::string:
-      return value.get_string().error() == simdjson::SUCCESS;
-    case json::json_type::boolean:
-      return value.get_bool().error() == simdjson::SUCCESS;
-    case json::json_type::null:
-      return value.is_null();
-  }
-  return false;
+  const auto number = readJsonValue(value);
+  const auto whole = number ? asInteger(*number) : std::nullopt;
+  integer = whole.value_or(0);
+  return whole.has_value();
 }
 
 bool readSample(json::object object, Sample& sample) {
@@ -106,7 +63,7 @@ bool readSample(json::object object, Sample& sample) {
     } else if (key == "a") {
       if (value.get_bool().get(sample.a) != simdjson::SUCCESS) return false;
       seen |= Key::a;
-    } else if (!isValid(value)) {
+    } else if (!readJsonValue(value)) {
       return false;
     }
   }

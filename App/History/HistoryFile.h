@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "History/Sample.h"
+
 #include <optional>
 #include <span>
 #include <string>
 #include <vector>
-
-#include "History/Sample.h"
 
 namespace lumora {
 

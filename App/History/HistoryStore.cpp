@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "History/HistoryStore.h"
 
+#include "History/HistoryFile.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
-
-#include "History/HistoryFile.h"
 
 namespace lumora {
 namespace {

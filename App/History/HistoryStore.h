@@ -2,16 +2,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Battery/BatteryState.h"
+#include "History/Sample.h"
+#include "Platform/Date.h"
+#include "Platform/PersistedFile.h"
+
 #include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <span>
 #include <vector>
-
-#include "Battery/BatteryState.h"
-#include "History/Sample.h"
-#include "Platform/Date.h"
-#include "Platform/PersistedFile.h"
 
 namespace lumora {
 

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstdint>
-
 #include "Platform/Date.h"
+
+#include <cstdint>
 
 namespace lumora {
 

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Platform/Files.h"
+
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
-
-#include "Platform/Files.h"
 
 namespace lumora {
 

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Platform/Value.h"
+
 #include <functional>
 #include <optional>
 #include <vector>
-
-#include "Platform/Value.h"
 
 namespace lumora {
 

@@ -21,13 +21,13 @@ using Dictionary = std::map<std::string, Value, std::less<>>;
 struct Value {
   std::variant<bool, std::int64_t, double, std::string, Dictionary> held;
 
-  Value(bool value) : held(value) {}                          // NOLINT(google-explicit-constructor)
-  Value(int value) : held(std::int64_t{value}) {}             // NOLINT(google-explicit-constructor)
-  Value(std::int64_t value) : held(value) {}                  // NOLINT(google-explicit-constructor)
-  Value(double value) : held(value) {}                        // NOLINT(google-explicit-constructor)
-  Value(const char* value) : held(std::string(value)) {}      // NOLINT(google-explicit-constructor)
-  Value(std::string value) : held(std::move(value)) {}        // NOLINT(google-explicit-constructor)
-  Value(Dictionary value) : held(std::move(value)) {}         // NOLINT(google-explicit-constructor)
+  Value(bool value) : held(value) {}                      // NOLINT(google-explicit-constructor)
+  Value(int value) : held(std::int64_t{value}) {}         // NOLINT(google-explicit-constructor)
+  Value(std::int64_t value) : held(value) {}              // NOLINT(google-explicit-constructor)
+  Value(double value) : held(value) {}                    // NOLINT(google-explicit-constructor)
+  Value(const char* value) : held(std::string(value)) {}  // NOLINT(google-explicit-constructor)
+  Value(std::string value) : held(std::move(value)) {}    // NOLINT(google-explicit-constructor)
+  Value(Dictionary value) : held(std::move(value)) {}     // NOLINT(google-explicit-constructor)
 
   bool operator==(const Value&) const = default;
 };

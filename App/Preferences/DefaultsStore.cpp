@@ -4,10 +4,9 @@
 
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <utility>
-
-#include <simdjson.h>
+#include <variant>
+#include <vector>
 
 namespace lumora {
 namespace {
@@ -33,6 +32,7 @@ std::string jsonString(std::string_view text) {
 }
 
 struct JsonText {
+  std::string operator()(std::monostate /*value*/) const { return "null"; }
   std::string operator()(bool value) const { return value ? "true" : "false"; }
   std::string operator()(std::int64_t value) const { return std::to_string(value); }
   /// Absent from JSON are only the numbers that are none: no caller stores them.
@@ -43,33 +43,6 @@ struct JsonText {
   }
   std::string operator()(const std::string& value) const { return jsonString(value); }
 };
-
-std::optional<DefaultsStore::Value> typedValue(const simdjson::dom::element& element) {
-  using Type = simdjson::dom::element_type;
-  switch (element.type()) {
-    case Type::BOOL:
-      return bool{element};
-    case Type::INT64:
-      return std::int64_t{element};
-    case Type::UINT64:
-    case Type::DOUBLE:
-      return double{element};
-    case Type::STRING:
-      return std::string(std::string_view(element));
-    default:
-      return std::nullopt;
-  }
-}
-
-/// 80.0 and 8e1 are integers, 80.5 is not.
-std::optional<std::int64_t> asInteger(const DefaultsStore::Value& value) {
-  if (const auto* integer = std::get_if<std::int64_t>(&value)) return *integer;
-  constexpr double kTwoTo63 = 9223372036854775808.0;
-  const auto* number = std::get_if<double>(&value);
-  if (number == nullptr || *number != std::trunc(*number)) return std::nullopt;
-  if (*number < -kTwoTo63 || *number >= kTwoTo63) return std::nullopt;
-  return static_cast<std::int64_t>(*number);
-}
 
 std::optional<bool> asBool(const DefaultsStore::Value& value) {
   const auto* held = std::get_if<bool>(&value);
@@ -108,8 +81,8 @@ template <typename T>
 std::optional<T> DefaultsStore::read(std::string_view key,
                                      std::optional<T> (*as)(const Value&)) const {
   const auto entry = entries_.find(key);
-  if (entry != entries_.end() && entry->second.value) {
-    if (auto value = as(*entry->second.value)) return value;
+  if (entry != entries_.end()) {
+    if (auto value = as(entry->second.value)) return value;
   }
   const auto registered = registered_.find(key);
   return registered == registered_.end() ? std::nullopt : as(registered->second);
@@ -146,26 +119,39 @@ void DefaultsStore::load() { entries_ = file_.load(decode).value_or(Entries{}); 
 
 std::optional<DefaultsStore::Entries> DefaultsStore::decode(std::string& json) {
   if (json.size() > kLargestFile) return std::nullopt;
-  // The one parser checks the whole text; the other hands out each value as it stands there.
   json.reserve(json.size() + simdjson::SIMDJSON_PADDING);
-  simdjson::dom::parser checker;
-  simdjson::dom::object checked;
-  if (checker.parse(json).get(checked) != simdjson::SUCCESS) return std::nullopt;
-
-  Entries entries;
   simdjson::ondemand::parser parser;
   simdjson::ondemand::document document;
   simdjson::ondemand::object object;
   if (parser.iterate(json).get(document) != simdjson::SUCCESS) return std::nullopt;
+
+  // Once through to read and check the values, and once for each as it stands there.
+  std::vector<std::pair<std::string, Entry>> read;
   if (document.get_object().get(object) != simdjson::SUCCESS) return std::nullopt;
-  auto element = checked.begin();
+  for (auto field : object) {
+    std::string_view key;
+    simdjson::ondemand::value element;
+    if (field.unescaped_key().get(key) != simdjson::SUCCESS) return std::nullopt;
+    std::string ownKey(key);
+    if (field.value().get(element) != simdjson::SUCCESS) return std::nullopt;
+    auto value = readJsonValue(element);
+    if (!value) return std::nullopt;
+    read.emplace_back(std::move(ownKey), Entry{{}, std::move(*value)});
+  }
+  // Nothing may follow the object: past the last token there is no location.
+  if (document.current_location().error() != simdjson::OUT_OF_BOUNDS) return std::nullopt;
+
+  document.rewind();
+  if (document.get_object().get(object) != simdjson::SUCCESS) return std::nullopt;
+  auto entry = read.begin();
   for (auto field : object) {
     std::string_view text;
     if (simdjson::to_json_string(field.value()).get(text) != simdjson::SUCCESS) return std::nullopt;
-    entries.insert_or_assign(std::string(element.key()),
-                             Entry{std::string(text), typedValue(element.value())});
-    ++element;
+    entry->second.json = text;
+    ++entry;
   }
+  Entries entries;
+  for (auto& [key, whole] : read) entries.insert_or_assign(std::move(key), std::move(whole));
   return entries;
 }
 

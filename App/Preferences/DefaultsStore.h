@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Observable.h"
+#include "Platform/JsonValue.h"
+#include "Platform/PersistedFile.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -9,10 +13,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <variant>
-
-#include "Observable.h"
-#include "Platform/PersistedFile.h"
 
 namespace lumora {
 
@@ -21,7 +21,7 @@ namespace lumora {
 /// another type than asked for, is answered from the registered values.
 class DefaultsStore {
  public:
-  using Value = std::variant<bool, std::int64_t, double, std::string>;
+  using Value = JsonValue;
   using Values = std::map<std::string, Value, std::less<>>;
 
   /// `files` must outlive the store. A file that is missing or cannot be decoded counts as empty.
@@ -53,8 +53,8 @@ class DefaultsStore {
 
  private:
   struct Entry {
-    std::string json;            // as it stands in the file
-    std::optional<Value> value;  // absent for null, an array or an object
+    std::string json;  // as it stands in the file
+    Value value;
   };
   using Entries = std::map<std::string, Entry, std::less<>>;
 

@@ -2,14 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Alerts/AlertKind.h"
+#include "Platform/Date.h"
+#include "Preferences/DefaultsStore.h"
+
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
-
-#include "Alerts/AlertKind.h"
-#include "Platform/Date.h"
-#include "Preferences/DefaultsStore.h"
 
 namespace lumora {
 

@@ -33,6 +33,9 @@ class PowerSupplies:
         for name in [name for name in self._devices if name not in ("AC", "BAT0")]:
             self.remove(name)
         self.set_adapter(False)
+        # UPower reads a pack's capacities only when the pack is put in.
+        if self._batteries.get("BAT0", NEW_BATTERY) != NEW_BATTERY:
+            self.remove("BAT0")
         self.set_battery("BAT0", NEW_BATTERY)
 
     def set_battery(self, name, values):

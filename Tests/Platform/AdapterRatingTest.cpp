@@ -1,13 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/AdapterRating.h"
+#include "Support/TemporaryFolder.h"
 
 #include <fstream>
 #include <map>
 
 #include <gtest/gtest.h>
-
-#include "Support/TemporaryFolder.h"
 
 namespace lumora::test {
 namespace {

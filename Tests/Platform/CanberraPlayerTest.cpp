@@ -1,15 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Laptop.h"
 #include "Platform/Linux/CanberraPlayer.h"
+#include "Support/TemporaryFolder.h"
+#include "WaitFor.h"
 
 #include <chrono>
 #include <fstream>
 
 #include <gtest/gtest.h>
-
-#include "Laptop.h"
-#include "Support/TemporaryFolder.h"
-#include "WaitFor.h"
 
 namespace lumora::test {
 namespace {

@@ -1,25 +1,18 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Laptop.h"
 #include "Platform/Linux/DesktopNotifications.h"
+#include "Support/FakeSoundPlayer.h"
+#include "WaitFor.h"
 
 #include <algorithm>
 
 #include <gtest/gtest.h>
 
-#include "Laptop.h"
-#include "WaitFor.h"
-
 namespace lumora::test {
 namespace {
 
 using namespace std::chrono_literals;
-
-class RecordingPlayer final : public SoundPlayer {
- public:
-  void play(const NotificationSound& sound) override { played.push_back(sound); }
-
-  std::vector<NotificationSound> played;
-};
 
 /// Sends to the real notification server of the simulated laptop.
 class DesktopNotificationsTest : public testing::Test {
@@ -55,7 +48,7 @@ class DesktopNotificationsTest : public testing::Test {
 
   Laptop laptop;
   PermissionStore permissions{laptop.session(), "org.lumora.Test"};
-  RecordingPlayer player;
+  FakeSoundPlayer player;
   DesktopNotifications notifications{
       laptop.session(), {"org.lumora.Test", "/sounds"}, permissions, player};
   std::vector<std::string> actions;
@@ -159,11 +152,14 @@ TEST_F(DesktopNotificationsTest, NeverWaitsForAServerThatHangs) {
 
 TEST_F(DesktopNotificationsTest, SendsNothingOnceDenied) {
   laptop.session()->call_sync(
-      "/org/freedesktop/impl/portal/PermissionStore",
-      "org.freedesktop.impl.portal.PermissionStore", "SetPermission",
+      "/org/freedesktop/impl/portal/PermissionStore", "org.freedesktop.impl.portal.PermissionStore",
+      "SetPermission",
       Glib::Variant<std::tuple<Glib::ustring, bool, Glib::ustring, Glib::ustring,
-                               std::vector<Glib::ustring>>>::
-          create({"notifications", true, "notification", "org.lumora.Test", {"no"}}),
+                               std::vector<Glib::ustring>>>::create({"notifications",
+                                                                     true,
+                                                                     "notification",
+                                                                     "org.lumora.Test",
+                                                                     {"no"}}),
       "org.freedesktop.impl.portal.PermissionStore");
   add("low", "Unwanted");
   std::optional<AuthorizationStatus> status;

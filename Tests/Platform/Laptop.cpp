@@ -39,7 +39,9 @@ void Laptop::setBattery(const Glib::ustring& name, const Properties& values) con
   call("SetBattery", arguments(name, values));
 }
 
-void Laptop::removeDevice(const Glib::ustring& name) const { call("RemoveDevice", arguments(name)); }
+void Laptop::removeDevice(const Glib::ustring& name) const {
+  call("RemoveDevice", arguments(name));
+}
 
 void Laptop::setAdapter(bool online) const { call("SetAdapter", arguments(online)); }
 
@@ -63,9 +65,7 @@ void Laptop::ownNewProfilesName(bool owned, const Glib::ustring& profile) const 
   call("MockNewProfiles", arguments(owned, profile));
 }
 
-void Laptop::prepareForSleep(bool starting) const {
-  call("PrepareForSleep", arguments(starting));
-}
+void Laptop::prepareForSleep(bool starting) const { call("PrepareForSleep", arguments(starting)); }
 
 std::vector<Laptop::Inhibitor> Laptop::inhibitors() const {
   std::vector<Inhibitor> inhibitors;

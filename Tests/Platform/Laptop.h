@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Platform/Linux/Variants.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
 
 #include <giomm.h>
-
-#include "Platform/Linux/Variants.h"
 
 namespace lumora::test {
 

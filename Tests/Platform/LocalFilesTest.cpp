@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/LocalFiles.h"
+#include "Support/TemporaryFolder.h"
 
 #include <csignal>
 #include <fstream>
@@ -10,8 +11,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-
-#include "Support/TemporaryFolder.h"
 
 namespace lumora::test {
 namespace {

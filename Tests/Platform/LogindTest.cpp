@@ -1,13 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Laptop.h"
 #include "Platform/Linux/Logind.h"
+#include "WaitFor.h"
 
 #include <algorithm>
 
 #include <gtest/gtest.h>
-
-#include "Laptop.h"
-#include "WaitFor.h"
 
 namespace lumora::test {
 namespace {

@@ -1,12 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/MainBundle.h"
+#include "Support/TemporaryFolder.h"
 
 #include <fstream>
 
 #include <gtest/gtest.h>
-
-#include "Support/TemporaryFolder.h"
 
 namespace lumora::test {
 namespace {

@@ -1,14 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/Linux/ChangeCoalescer.h"
 #include "Platform/Linux/MainLoop.h"
+#include "WaitFor.h"
 
 #include <string>
 #include <thread>
 
 #include <gtest/gtest.h>
-
-#include "Platform/Linux/ChangeCoalescer.h"
-#include "WaitFor.h"
 
 namespace lumora::test {
 namespace {

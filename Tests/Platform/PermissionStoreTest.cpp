@@ -1,13 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Laptop.h"
 #include "Platform/Linux/PermissionStore.h"
+#include "WaitFor.h"
 
 #include <optional>
 
 #include <gtest/gtest.h>
-
-#include "Laptop.h"
-#include "WaitFor.h"
 
 namespace lumora::test {
 namespace {
@@ -26,8 +25,8 @@ class PermissionStoreTest : public testing::Test {
   }
 
   void record(const Glib::ustring& id, const std::vector<Glib::ustring>& permissions) {
-    using Arguments = std::tuple<Glib::ustring, bool, Glib::ustring, Glib::ustring,
-                                 std::vector<Glib::ustring>>;
+    using Arguments =
+        std::tuple<Glib::ustring, bool, Glib::ustring, Glib::ustring, std::vector<Glib::ustring>>;
     laptop.session()->call_sync(
         "/org/freedesktop/impl/portal/PermissionStore",
         "org.freedesktop.impl.portal.PermissionStore", "SetPermission",

@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Laptop.h"
 #include "Platform/Linux/PowerProfiles.h"
+#include "WaitFor.h"
 
 #include <gtest/gtest.h>
-
-#include "Laptop.h"
-#include "WaitFor.h"
 
 namespace lumora::test {
 namespace {

@@ -71,9 +71,9 @@ TEST(PowerSourceDescriptions, AreOnMainsByTheAdapterOrElseByTheState) {
   const Value mains("AC Power");
   const Value onBattery("Battery Power");
   const std::vector<std::pair<State, Value>> withoutAdapter = {
-      {State::unknown, onBattery},      {State::charging, mains},
-      {State::discharging, onBattery},  {State::empty, onBattery},
-      {State::fullyCharged, mains},     {State::pendingCharge, mains},
+      {State::unknown, onBattery},         {State::charging, mains},
+      {State::discharging, onBattery},     {State::empty, onBattery},
+      {State::fullyCharged, mains},        {State::pendingCharge, mains},
       {State::pendingDischarge, onBattery}};
   for (const auto& [state, expected] : withoutAdapter) {
     EXPECT_EQ(field({battery(50, state)}, "Power Source State"), expected) << int(state);

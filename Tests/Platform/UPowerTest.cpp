@@ -1,13 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Platform/Linux/UPower.h"
-
-#include <gtest/gtest.h>
-
 #include "Battery/BatteryReader.h"
 #include "Laptop.h"
+#include "Platform/Linux/UPower.h"
 #include "Support/FakeLowPowerMode.h"
 #include "WaitFor.h"
+
+#include <gtest/gtest.h>
 
 namespace lumora::test {
 namespace {

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Platform/SoundPlayer.h"
+
 #include <atomic>
 #include <filesystem>
 #include <memory>
-
-#include "Platform/SoundPlayer.h"
 
 namespace lumora {
 

@@ -2,19 +2,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/DesktopNotifications.h"
 
+#include "Platform/Linux/CanberraPlayer.h"
+
 #include <algorithm>
 #include <tuple>
 #include <utility>
-
-#include "Platform/Linux/CanberraPlayer.h"
 
 namespace lumora {
 namespace {
 
 constexpr const char* kName = "org.freedesktop.Notifications";
 constexpr const char* kPath = "/org/freedesktop/Notifications";
-constexpr int kPatience = 5000;       // milliseconds
-constexpr int kServersChoice = -1;    // how long a notification stays
+constexpr int kPatience = 5000;     // milliseconds
+constexpr int kServersChoice = -1;  // how long a notification stays
 
 Glib::VariantBase hint(const std::string& text) {
   return Glib::Variant<Glib::ustring>::create(text);
@@ -29,8 +29,7 @@ DesktopNotifications::DesktopNotifications(BusConnection session, Identity ident
       permissions_(permissions),
       player_(player) {
   if (!session_) return;
-  actionInvoked_.emplace(session_,
-                         SignalSubscription::Source{kName, kPath, kName, "ActionInvoked"},
+  actionInvoked_.emplace(session_, SignalSubscription::Source{kName, kPath, kName, "ActionInvoked"},
                          [this](const Glib::VariantContainerBase& arguments) {
                            onAction(argument<std::uint32_t>(arguments, 0),
                                     argument<Glib::ustring>(arguments, 1));
@@ -96,8 +95,7 @@ void DesktopNotifications::onAuthorization(AuthorizationStatus status) {
 
 void DesktopNotifications::onCapabilities(const Result& result) {
   try {
-    const auto told =
-        argument<std::vector<Glib::ustring>>(session_->call_finish(result), 0);
+    const auto told = argument<std::vector<Glib::ustring>>(session_->call_finish(result), 0);
     capabilities_.emplace(told.begin(), told.end());
   } catch (const Glib::Error&) {
     return next();
@@ -160,8 +158,8 @@ std::vector<Glib::ustring> DesktopNotifications::actionsFor(
 }
 
 void DesktopNotifications::onAction(std::uint32_t id, const std::string& action) {
-  const bool ours = std::any_of(ids_.begin(), ids_.end(),
-                                [id](const auto& shown) { return shown.second == id; });
+  const bool ours =
+      std::any_of(ids_.begin(), ids_.end(), [id](const auto& shown) { return shown.second == id; });
   if (!ours || !responseHandler_) return;
   responseHandler_(action, [this, id] { close(id); });
 }

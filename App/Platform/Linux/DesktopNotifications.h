@@ -2,6 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Platform/Linux/PermissionStore.h"
+#include "Platform/Linux/SignalSubscription.h"
+#include "Platform/Linux/Variants.h"
+#include "Platform/NotificationCentre.h"
+#include "Platform/SoundPlayer.h"
+
 #include <cstdint>
 #include <deque>
 #include <filesystem>
@@ -10,12 +16,6 @@
 #include <set>
 #include <string>
 #include <vector>
-
-#include "Platform/Linux/PermissionStore.h"
-#include "Platform/Linux/SignalSubscription.h"
-#include "Platform/Linux/Variants.h"
-#include "Platform/NotificationCentre.h"
-#include "Platform/SoundPlayer.h"
 
 namespace lumora {
 

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/Logind.h"
 
-#include <utility>
-
 #include "Platform/Linux/Variants.h"
+
+#include <utility>
 
 namespace lumora {
 namespace {
@@ -57,8 +57,8 @@ void Logind::takeLock() {
   const auto parameters =
       Glib::Variant<std::tuple<Glib::ustring, Glib::ustring, Glib::ustring, Glib::ustring>>::create(
           {"sleep", "Lumora", "Save the battery history", "delay"});
-  connection_->call(kPath, kInterface, "Inhibit", parameters,
-                    sigc::mem_fun(*this, &Logind::onLock), kName);
+  connection_->call(kPath, kInterface, "Inhibit", parameters, sigc::mem_fun(*this, &Logind::onLock),
+                    kName);
 }
 
 void Logind::onLock(const Glib::RefPtr<Gio::AsyncResult>& result) {

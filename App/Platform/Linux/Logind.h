@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <functional>
-#include <memory>
-
 #include "Platform/Linux/ServiceWatch.h"
 #include "Platform/Linux/SignalSubscription.h"
 #include "Platform/SleepEvents.h"
+
+#include <functional>
+#include <memory>
 
 namespace lumora {
 

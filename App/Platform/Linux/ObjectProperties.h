@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <functional>
-
 #include "Platform/Linux/SignalSubscription.h"
 #include "Platform/Linux/Variants.h"
+
+#include <functional>
 
 namespace lumora {
 

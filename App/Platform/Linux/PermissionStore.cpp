@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/PermissionStore.h"
 
+#include "Platform/Linux/Variants.h"
+
 #include <map>
 #include <tuple>
 #include <utility>
 #include <vector>
-
-#include "Platform/Linux/Variants.h"
 
 namespace lumora {
 namespace {
@@ -36,10 +36,10 @@ PermissionStore::PermissionStore(BusConnection session, std::string applicationI
 
 void PermissionStore::status(const Answer& answer) {
   if (!session_) return answer(AuthorizationStatus::authorized);
-  session_->call(
-      kPath, kName, "Lookup",
-      Glib::Variant<std::tuple<Glib::ustring, Glib::ustring>>::create({kTable, kEntry}),
-      sigc::bind(sigc::mem_fun(*this, &PermissionStore::onLookup), answer), kName, kPatience);
+  session_->call(kPath, kName, "Lookup",
+                 Glib::Variant<std::tuple<Glib::ustring, Glib::ustring>>::create({kTable, kEntry}),
+                 sigc::bind(sigc::mem_fun(*this, &PermissionStore::onLookup), answer), kName,
+                 kPatience);
 }
 
 void PermissionStore::onLookup(const Glib::RefPtr<Gio::AsyncResult>& result, const Answer& answer) {
@@ -56,13 +56,13 @@ void PermissionStore::onLookup(const Glib::RefPtr<Gio::AsyncResult>& result, con
 
 void PermissionStore::allow() {
   if (!session_) return;
-  using Arguments = std::tuple<Glib::ustring, bool, Glib::ustring, Glib::ustring,
-                               std::vector<Glib::ustring>>;
+  using Arguments =
+      std::tuple<Glib::ustring, bool, Glib::ustring, Glib::ustring, std::vector<Glib::ustring>>;
   constexpr bool kCreateTable = true;
-  session_->call(kPath, kName, "SetPermission",
-                 Glib::Variant<Arguments>::create(
-                     {kTable, kCreateTable, kEntry, applicationId_, {"yes"}}),
-                 {}, kName, kPatience);
+  session_->call(
+      kPath, kName, "SetPermission",
+      Glib::Variant<Arguments>::create({kTable, kCreateTable, kEntry, applicationId_, {"yes"}}), {},
+      kName, kPatience);
 }
 
 }  // namespace lumora

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <functional>
-#include <string>
-
 #include "Platform/Linux/ServiceWatch.h"
 #include "Platform/NotificationCentre.h"
+
+#include <functional>
+#include <string>
 
 namespace lumora {
 

@@ -22,8 +22,8 @@ PowerProfiles::Name::Name(PowerProfiles& theOwner, const char* busName, const ch
               owner.update(*this, valueOr<Glib::ustring>(profile->second).raw());
             };
             // The interface is called as the name is.
-            properties = std::make_unique<ObjectProperties>(connection, busName, path, busName,
-                                                            take, take);
+            properties =
+                std::make_unique<ObjectProperties>(connection, busName, path, busName, take, take);
           },
           [this] {
             properties.reset();

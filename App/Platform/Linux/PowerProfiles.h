@@ -2,15 +2,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Platform/Linux/ObjectProperties.h"
+#include "Platform/Linux/ServiceWatch.h"
+#include "Platform/LowPowerMode.h"
+
 #include <array>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
-
-#include "Platform/Linux/ObjectProperties.h"
-#include "Platform/Linux/ServiceWatch.h"
-#include "Platform/LowPowerMode.h"
 
 namespace lumora {
 

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <functional>
-
 #include "Platform/Linux/ServiceWatch.h"
+
+#include <functional>
 
 namespace lumora {
 

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/UPower.h"
 
+#include "Platform/Linux/AdapterRating.h"
+
 #include <algorithm>
 #include <limits>
 #include <utility>
-
-#include "Platform/Linux/AdapterRating.h"
 
 namespace lumora {
 namespace {

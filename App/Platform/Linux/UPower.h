@@ -2,17 +2,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <chrono>
-#include <filesystem>
-#include <map>
-#include <memory>
-#include <optional>
-
 #include "Platform/Linux/ChangeCoalescer.h"
 #include "Platform/Linux/ObjectProperties.h"
 #include "Platform/Linux/ServiceWatch.h"
 #include "Platform/Linux/UPowerDevice.h"
 #include "Platform/PowerSources.h"
+
+#include <chrono>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
 
 namespace lumora {
 

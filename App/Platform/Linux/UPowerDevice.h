@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Platform/Linux/Variants.h"
+#include "Platform/Value.h"
+
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "Platform/Linux/Variants.h"
-#include "Platform/Value.h"
 
 namespace lumora {
 
@@ -27,19 +27,19 @@ struct UPowerDevice {
 
   Type type = Type::unknown;
   State state = State::unknown;
-  bool powerSupply = false;           ///< Feeds the machine, not a device beside it.
+  bool powerSupply = false;  ///< Feeds the machine, not a device beside it.
   bool isPresent = false;
-  bool online = false;                ///< A line-power device gives power.
+  bool online = false;  ///< A line-power device gives power.
   std::optional<double> percentage;
-  double energy = 0;                  ///< Wh; 0 unknown, as for the next three.
-  double energyFull = 0;              ///< Wh
-  double energyFullDesign = 0;        ///< Wh
-  double energyRate = 0;              ///< W, whatever the direction.
-  double voltage = 0;                 ///< V; 0 unknown.
-  double temperature = 0;             ///< Degrees Celsius; 0 unknown.
-  std::int32_t chargeCycles = -1;     ///< -1 unknown, and 0 from drivers that do not count.
-  std::int64_t timeToEmpty = 0;       ///< Seconds; 0 no estimate.
-  std::int64_t timeToFull = 0;        ///< Seconds; 0 no estimate.
+  double energy = 0;               ///< Wh; 0 unknown, as for the next three.
+  double energyFull = 0;           ///< Wh
+  double energyFullDesign = 0;     ///< Wh
+  double energyRate = 0;           ///< W, whatever the direction.
+  double voltage = 0;              ///< V; 0 unknown.
+  double temperature = 0;          ///< Degrees Celsius; 0 unknown.
+  std::int32_t chargeCycles = -1;  ///< -1 unknown, and 0 from drivers that do not count.
+  std::int64_t timeToEmpty = 0;    ///< Seconds; 0 no estimate.
+  std::int64_t timeToFull = 0;     ///< Seconds; 0 no estimate.
   std::string model;
   std::string nativePath;
 

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Platform/Clock.h"
+#include "Support/Recorder.h"
+
+namespace lumora::test {
+
+/// Stands still until the test sets it.
+class FakeClock final : public Clock {
+ public:
+  explicit FakeClock(Recorder* recorder = nullptr) : recorder_(recorder) {}
+
+  Date now() const override {
+    record(recorder_, "now");
+    return time;
+  }
+
+  Date time = dateSince1970(1'700'000'000);
+
+ private:
+  Recorder* recorder_;
+};
+
+}  // namespace lumora::test

@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Platform/SleepEvents.h"
+#include "Support/Recorder.h"
+
+#include <functional>
+#include <utility>
+#include <vector>
+
+namespace lumora::test {
+
+class FakeSleepEvents final : public SleepEvents {
+ public:
+  explicit FakeSleepEvents(Recorder* recorder = nullptr) : recorder_(recorder) {}
+
+  void observe(std::function<void()> willSleep, std::function<void()> didWake) override {
+    record(recorder_, "observe sleep");
+    observers_.emplace_back(std::move(willSleep), std::move(didWake));
+  }
+
+  void sleep() {
+    for (const auto& observer : observers_) observer.first();
+  }
+
+  void wake() {
+    for (const auto& observer : observers_) observer.second();
+  }
+
+ private:
+  Recorder* recorder_;
+  std::vector<std::pair<std::function<void()>, std::function<void()>>> observers_;
+};
+
+}  // namespace lumora::test

@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Platform/LocalTime.h"
+#include "Support/Builders.h"
+#include "Support/ScopedTimeZone.h"
+
+#include <limits>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace lumora::test {
+namespace {
+
+TEST(MinutesAfterMidnight, CountsFromLocalMidnightInEachZone) {
+  struct Row {
+    std::string zone;
+    std::int64_t minutes;
+  };
+  const std::vector<Row> table = {
+      {"UTC", 12 * 60},
+      {"Europe/Berlin", 13 * 60},
+      {"America/New_York", 7 * 60},
+      {"Asia/Kolkata", 17 * 60 + 30},
+      {"Asia/Kathmandu", 17 * 60 + 45},
+      {"Pacific/Kiritimati", 2 * 60},
+      {"Pacific/Pago_Pago", 60},
+  };
+  for (const auto& [name, minutes] : table) {
+    const ScopedTimeZone zone(name);
+    EXPECT_EQ(minutesAfterMidnight(utc(2024, 1, 15, 12, 0)), minutes) << name;
+  }
+}
+
+TEST(MinutesAfterMidnight, IgnoresSeconds) {
+  const ScopedTimeZone zone("UTC");
+  EXPECT_EQ(minutesAfterMidnight(utc(2024, 1, 15, 0, 0)), 0);
+  EXPECT_EQ(minutesAfterMidnight(utc(2024, 1, 15, 0, 0, 59.999)), 0);
+  EXPECT_EQ(minutesAfterMidnight(utc(2024, 1, 15, 0, 1)), 1);
+  EXPECT_EQ(minutesAfterMidnight(utc(2024, 1, 15, 23, 59, 59.5)), 1439);
+}
+
+TEST(MinutesAfterMidnight, CountsAlsoBefore1970) {
+  const ScopedTimeZone zone("UTC");
+  EXPECT_EQ(minutesAfterMidnight(dateSince1970(-0.5)), 1439);
+  EXPECT_EQ(minutesAfterMidnight(dateSince1970(-60)), 1439);
+  EXPECT_EQ(minutesAfterMidnight(dateSince1970(-60.5)), 1438);
+}
+
+TEST(MinutesAfterMidnight, SkipsTheHourThatDaylightSavingSkips) {
+  const ScopedTimeZone zone("Europe/Berlin");
+  EXPECT_EQ(minutesAfterMidnight(utc(2024, 3, 31, 0, 59)), 60 + 59);
+  EXPECT_EQ(minutesAfterMidnight(utc(2024, 3, 31, 1, 0)), 3 * 60);
+}
+
+TEST(MinutesAfterMidnight, RepeatsTheHourThatDaylightSavingRepeats) {
+  const ScopedTimeZone zone("Europe/Berlin");
+  EXPECT_EQ(minutesAfterMidnight(utc(2024, 10, 27, 0, 30)), 2 * 60 + 30);
+  EXPECT_EQ(minutesAfterMidnight(utc(2024, 10, 27, 1, 30)), 2 * 60 + 30);
+  EXPECT_EQ(minutesAfterMidnight(utc(2024, 10, 27, 2, 0)), 3 * 60);
+}
+
+TEST(MinutesAfterMidnight, FollowsATimeZoneThatChangesWhileRunning) {
+  const Date noon = utc(2024, 1, 15, 12, 0);
+  const ScopedTimeZone home("Europe/Berlin");
+  EXPECT_EQ(minutesAfterMidnight(noon), 13 * 60);
+  setenv("TZ", "Asia/Tokyo", 1);
+  EXPECT_EQ(minutesAfterMidnight(noon), 21 * 60);
+}
+
+TEST(MinutesAfterMidnight, GivesZeroForADateNoCalendarHolds) {
+  const ScopedTimeZone zone("UTC");
+  const double infinity = std::numeric_limits<double>::infinity();
+  const double none = std::numeric_limits<double>::quiet_NaN();
+  for (const double seconds : {1e300, -1e300, 1e18, -1e18, infinity, -infinity, none}) {
+    EXPECT_EQ(minutesAfterMidnight(dateSince1970(seconds)), 0) << seconds;
+  }
+}
+
+}  // namespace
+}  // namespace lumora::test
