@@ -36,15 +36,15 @@ AppModel::AppModel(const Services& services)
 
 void AppModel::start() {
   notifier_.setup();
-  notifier_.onSnooze = whileAlive([this] { snooze(); });
+  notifier_.onSnooze = onModelsThread([this] { snooze(); });
   refresh(Reason::launch);
-  reader_.startObserving(whileAlive([this] { refresh(Reason::change); }));
+  reader_.startObserving(onModelsThread([this] { refresh(Reason::change); }));
   runLoop_.repeatEvery(kRefreshInterval, kRefreshTolerance,
-                       whileAlive([this] { refresh(Reason::timer); }));
-  lowPowerMode_.observe(whileAlive([this] { refresh(Reason::change); }));
-  sleepEvents_.observe(whileAlive([this] { saveHistory(); }), whileAlive([this] {
+                       onModelsThread([this] { refresh(Reason::timer); }));
+  lowPowerMode_.observe(onModelsThread([this] { refresh(Reason::change); }));
+  sleepEvents_.observe(onModelsThread([this] { saveHistory(); }), onModelsThread([this] {
                          runLoop_.runAfter(kWakeDelay,
-                                           whileAlive([this] { refresh(Reason::wake); }));
+                                           onModelsThread([this] { refresh(Reason::wake); }));
                        }));
 }
 
@@ -107,11 +107,11 @@ void AppModel::resetHistory() {
 
 void AppModel::saveHistory() { history_.save(clock_.now()); }
 
-/// `task` on the model's thread, or nothing once the model is gone.
-std::function<void()> AppModel::whileAlive(std::function<void()> task) {
-  return [alive = std::weak_ptr(alive_), mainThread = mainThread_, task = std::move(task)] {
+/// A callback for the platform: `task` while the model lives, on the model's thread alone.
+std::function<void()> AppModel::onModelsThread(std::function<void()> task) const {
+  return [mainThread = mainThread_, guarded = lifetime_.guard(std::move(task))] {
     if (std::this_thread::get_id() != mainThread) std::abort();
-    if (!alive.expired()) task();
+    guarded();
   };
 }
 

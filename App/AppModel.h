@@ -6,6 +6,7 @@
 #include "Alerts/Notifier.h"
 #include "Battery/BatteryReader.h"
 #include "History/HistoryStore.h"
+#include "Lifetime.h"
 #include "Observable.h"
 #include "Platform/Clock.h"
 #include "Platform/SleepEvents.h"
@@ -14,7 +15,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <thread>
 
@@ -82,7 +82,7 @@ class AppModel {
   Notifier& notifier() { return notifier_; }
 
  private:
-  std::function<void()> whileAlive(std::function<void()> task);
+  std::function<void()> onModelsThread(std::function<void()> task) const;
   void updatePluggedSince(const BatteryState& reading, Date now, Reason reason);
   bool mayDeliver(const Prefs& prefs, Date now);
 
@@ -102,7 +102,7 @@ class AppModel {
   AlertEngine engine_;
 
   std::thread::id mainThread_ = std::this_thread::get_id();
-  std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
+  Lifetime lifetime_;
 };
 
 }  // namespace lumora

@@ -33,10 +33,8 @@ bool Notifier::available() const {
 /// What may be called on any thread and even after this object's end: `task` then runs on the main
 /// thread, or not at all.
 std::function<void()> Notifier::onMainThread(std::function<void()> task) {
-  return [alive = std::weak_ptr(alive_), &runLoop = runLoop_, task = std::move(task)] {
-    runLoop.runSoon([alive, task] {
-      if (!alive.expired()) task();
-    });
+  return [&runLoop = runLoop_, guarded = lifetime_.guard(std::move(task))] {
+    runLoop.runSoon(guarded);
   };
 }
 

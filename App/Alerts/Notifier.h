@@ -3,13 +3,13 @@
 #pragma once
 
 #include "Alerts/PendingAlert.h"
+#include "Lifetime.h"
 #include "Platform/Bundle.h"
 #include "Platform/NotificationCentre.h"
 #include "Platform/RunLoop.h"
 
 #include <cstddef>
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -58,7 +58,7 @@ class Notifier {
   NotificationCentre& centre_;
   const Bundle& bundle_;
   RunLoop& runLoop_;
-  std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
+  Lifetime lifetime_;
 };
 
 }  // namespace lumora

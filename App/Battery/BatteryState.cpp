@@ -18,12 +18,12 @@ std::string levelSymbol(std::int64_t percent) {
 }  // namespace
 
 std::vector<std::string> BatteryState::symbolNames() const {
-  const std::vector<std::string> full = {"battery.100percent", "battery.100"};
   if (!hasBattery) return {"battery.0"};
-  if (isCharged) return full;
+  if (isCharged || (pluggedIn && !isCharging && percent >= 100)) {
+    return {"battery.100percent", "battery.100"};
+  }
   if (isCharging) return {"battery.100.bolt", "bolt.fill"};
-  if (pluggedIn && percent < 100) return {"powerplug.fill", "powerplug"};
-  if (pluggedIn) return full;
+  if (pluggedIn) return {"powerplug.fill", "powerplug"};
   return {levelSymbol(percent)};
 }
 
@@ -59,7 +59,7 @@ std::optional<std::string> BatteryState::healthLabel() const {
 
 std::string formatMinutes(std::int64_t minutes) {
   if (minutes <= 59) return std::to_string(std::max<std::int64_t>(minutes, 1)) + " min";
-  const std::string hours = std::to_string(minutes / 60) + " h";
+  std::string hours = std::to_string(minutes / 60) + " h";
   if (minutes % 60 == 0) return hours;
   return hours + " " + std::to_string(minutes % 60) + " min";
 }

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "History/HistoryFile.h"
 
+#include "Platform/JsonValue.h"
+
 #include <charconv>
 #include <cmath>
 #include <string_view>
-
-#include "Platform/JsonValue.h"
 
 namespace lumora {
 namespace {

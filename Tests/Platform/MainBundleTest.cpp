@@ -10,18 +10,20 @@
 namespace lumora::test {
 namespace {
 
+void makeFile(const std::filesystem::path& path) { std::ofstream(path) << '\n'; }
+
 TEST(MainBundle, IsTheFolderNamedByItsDesktopEntry) {
   const TemporaryFolder folder;
-  std::ofstream(folder.path() / "org.example.Test.desktop");
-  std::ofstream(folder.path() / "test");
+  makeFile(folder.path() / "org.example.Test.desktop");
+  makeFile(folder.path() / "test");
   EXPECT_EQ(bundleOf(folder.path() / "test"), (Bundle{folder.path(), "org.example.Test"}));
 }
 
 TEST(MainBundle, HasNoIdentifierWithoutExactlyOneEntry) {
   const TemporaryFolder folder;
   EXPECT_EQ(bundleOf(folder.path() / "test").identifier, std::nullopt);
-  std::ofstream(folder.path() / "a.desktop");
-  std::ofstream(folder.path() / "b.desktop");
+  makeFile(folder.path() / "a.desktop");
+  makeFile(folder.path() / "b.desktop");
   EXPECT_EQ(bundleOf(folder.path() / "test").identifier, std::nullopt);
   EXPECT_EQ(bundleOf("/nowhere/test").identifier, std::nullopt);
 }

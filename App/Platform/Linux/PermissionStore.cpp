@@ -5,6 +5,7 @@
 #include "Platform/Linux/Variants.h"
 
 #include <map>
+#include <string_view>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -29,6 +30,12 @@ AuthorizationStatus statusOf(const Permissions& permissions, const std::string& 
   return AuthorizationStatus::notDetermined;
 }
 
+/// giomm's own function for the name leaks it.
+bool isRemoteError(const Glib::Error& error, std::string_view name) {
+  const auto told = Glib::make_unique_ptr_gfree(g_dbus_error_get_remote_error(error.gobj()));
+  return told && told.get() == name;
+}
+
 }  // namespace
 
 PermissionStore::PermissionStore(BusConnection session, std::string applicationId)
@@ -48,9 +55,8 @@ void PermissionStore::onLookup(const Glib::RefPtr<Gio::AsyncResult>& result, con
     answer(statusOf(argument<Permissions>(reply, 0), applicationId_));
   } catch (const Glib::Error& error) {
     // The store has no such entry before the first program is recorded.
-    const bool isEmpty = Gio::DBus::ErrorUtils::is_remote_error(error) &&
-                         Gio::DBus::ErrorUtils::get_remote_error(error) == kNotFound;
-    answer(isEmpty ? AuthorizationStatus::notDetermined : AuthorizationStatus::authorized);
+    answer(isRemoteError(error, kNotFound) ? AuthorizationStatus::notDetermined
+                                           : AuthorizationStatus::authorized);
   }
 }
 

@@ -12,8 +12,8 @@ namespace {
 using State = UPowerDevice::State;
 
 // UPower itself gives no estimate beyond these for one battery.
-constexpr std::int64_t kLongestToEmpty = 240 * 3600;
-constexpr std::int64_t kLongestToFull = 20 * 3600;
+constexpr std::int64_t kLongestToEmpty = std::int64_t{240} * 3600;
+constexpr std::int64_t kLongestToFull = std::int64_t{20} * 3600;
 
 std::vector<UPowerDevice> machineBatteries(const std::vector<UPowerDevice>& devices) {
   std::vector<UPowerDevice> batteries;
