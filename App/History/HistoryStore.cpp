@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "History/HistoryStore.h"
 
+#include "History/DailySummaries.h"
 #include "History/HistoryFile.h"
+#include "Platform/LocalTime.h"
 
 #include <algorithm>
 #include <iterator>
@@ -72,6 +74,10 @@ void HistoryStore::record(const BatteryState& state, Date now, Force force) {
 void HistoryStore::save(Date now) {
   lastSave_ = now;
   if (const auto json = encodeSamples(samples())) file_.replace(*json);
+}
+
+std::vector<DaySummary> HistoryStore::dailySummaries(std::int64_t days, Date now) const {
+  return summarizeDays(samples(startOfDay(now, 1 - days)));
 }
 
 std::optional<Date> HistoryStore::pluggedSinceEstimate(Date now) const {

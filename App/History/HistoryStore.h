@@ -3,11 +3,13 @@
 #pragma once
 
 #include "Battery/BatteryState.h"
+#include "History/DaySummary.h"
 #include "History/Sample.h"
 #include "Platform/Date.h"
 #include "Platform/PersistedFile.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <span>
@@ -41,6 +43,10 @@ class HistoryStore {
 
   /// Writes the file now.
   void save(Date now);
+
+  /// The calendar days that have samples, newest first: `days` of them at most, the day of `now`
+  /// among them.
+  std::vector<DaySummary> dailySummaries(std::int64_t days, Date now) const;
 
   /// When the present plugged-in period began as far as the samples show: the start of the unbroken
   /// plugged-in run that ends at the last sample, a gap of more than 15 minutes breaking it. Absent

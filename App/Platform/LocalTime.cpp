@@ -4,20 +4,62 @@
 
 #include <cmath>
 #include <ctime>
+#include <optional>
 
 namespace lumora {
+namespace {
 
-std::int64_t minutesAfterMidnight(Date date) {
+constexpr std::time_t kHour = 3600;
+
+std::optional<std::tm> localTime(std::time_t time) {
+  std::tm local{};
+  if (localtime_r(&time, &local) == nullptr) return std::nullopt;
+  return local;
+}
+
+std::optional<std::tm> localTime(Date date) {
   constexpr double kLastRepresentable = 9.0e15;
   const double seconds = std::floor(secondsSince1970(date));
-  if (!(std::abs(seconds) < kLastRepresentable)) return 0;
-
+  if (!(std::abs(seconds) < kLastRepresentable)) return std::nullopt;
   // localtime_r need not notice a new time zone by itself; tzset does.
   tzset();
-  const auto time = static_cast<std::time_t>(seconds);
-  std::tm local{};
-  if (localtime_r(&time, &local) == nullptr) return 0;
-  return std::int64_t{local.tm_hour} * 60 + local.tm_min;
+  return localTime(static_cast<std::time_t>(seconds));
+}
+
+bool sameDay(const std::optional<std::tm>& left, const std::tm& right) {
+  return left && left->tm_year == right.tm_year && left->tm_yday == right.tm_yday;
+}
+
+}  // namespace
+
+std::int64_t minutesAfterMidnight(Date date) {
+  const auto local = localTime(date);
+  return local ? std::int64_t{local->tm_hour} * 60 + local->tm_min : 0;
+}
+
+Date startOfDay(Date date, std::int64_t days) {
+  constexpr std::int64_t kMostDays = 100'000;
+  const auto local = localTime(date);
+  if (!local || days < -kMostDays || days > kMostDays) return date;
+
+  // Noon is on every calendar day and tells which day is meant.
+  std::tm noon{};
+  noon.tm_year = local->tm_year;
+  noon.tm_mon = local->tm_mon;
+  noon.tm_mday = local->tm_mday + static_cast<int>(days);
+  noon.tm_hour = 12;
+  noon.tm_isdst = -1;
+  std::tm midnight = noon;
+  midnight.tm_hour = 0;
+  if (std::mktime(&noon) == -1) return date;
+  std::time_t start = std::mktime(&midnight);
+  if (start == -1) return date;
+
+  // Where midnight is skipped, mktime may answer an hour before the day; where it comes twice, the
+  // second time.
+  if (!sameDay(localTime(start), noon)) start += kHour;
+  if (sameDay(localTime(start - kHour), noon)) start -= kHour;
+  return dateSince1970(static_cast<double>(start));
 }
 
 }  // namespace lumora

@@ -12,4 +12,9 @@ namespace lumora {
 /// hour times 60 plus minute, in the time zone in force now. 0 for a date no calendar can hold.
 std::int64_t minutesAfterMidnight(Date date);
 
+/// The first moment of the local calendar day that lies `days` after the day of `date` (before it
+/// for a negative number), in the time zone in force now. It is not midnight where the clocks are
+/// put forward at that hour. `date` itself when no calendar can hold the result.
+Date startOfDay(Date date, std::int64_t days = 0);
+
 }  // namespace lumora
