@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AppDelegate.h"
 
+#include <utility>
+
 #include "ApplicationId.h"
 #include "Platform/Linux/MainBundle.h"
 
@@ -10,18 +12,20 @@ namespace {
 
 constexpr std::chrono::milliseconds kPatienceAtLaunch{2000};
 
-std::filesystem::path defaultsFile() {
-  return std::filesystem::path(Glib::get_user_config_dir()) / "Lumora" / "defaults.json";
+std::filesystem::path settingsFolder() {
+  return std::filesystem::path(Glib::get_user_config_dir()) / "Lumora";
 }
 
 }  // namespace
 
-AppDelegate::AppDelegate(const BusConnection& session)
-    : bundle_(mainBundle()),
-      defaults_(files_, defaultsFile()),
+AppDelegate::AppDelegate(BusConnection session, std::function<void()> quit)
+    : session_(std::move(session)),
+      quit_(std::move(quit)),
+      bundle_(mainBundle()),
+      defaults_(files_, settingsFolder() / "defaults.json"),
       soundPlayer_(bundle_.location / "Resources" / "sounds"),
-      permissions_(session, kApplicationId),
-      notifications_(session, {kApplicationId, bundle_.location / "Resources" / "sounds"},
+      permissions_(session_, kApplicationId),
+      notifications_(session_, {kApplicationId, bundle_.location / "Resources" / "sounds"},
                      permissions_, soundPlayer_),
       model_({.clock = clock_,
               .runLoop = runLoop_,
@@ -32,12 +36,35 @@ AppDelegate::AppDelegate(const BusConnection& session)
               .bundle = bundle_,
               .files = files_,
               .defaults = defaults_,
-              .applicationSupport = Glib::get_user_data_dir()}) {}
+              .applicationSupport = Glib::get_user_data_dir()}),
+      views_(bundle_.location / "lumora_views.so", *this) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
   powerSources_.whenReady(kPatienceAtLaunch, [this] { model_.start(); });
 }
 
 void AppDelegate::applicationWillTerminate() { model_.saveHistory(); }
+
+void AppDelegate::togglePopover(std::optional<ScreenPoint> click) {
+  Views* views = views_.load();
+  if (views == nullptr) return;
+  if (views->popoverShown()) {
+    views->closePopover();
+    return;
+  }
+  model_.refresh(AppModel::Reason::change);
+  views->showPopover(click);
+}
+
+Observable<Appearance>& AppDelegate::appearance() {
+  if (!appearance_) appearance_.emplace(session_);
+  return appearance_->appearance();
+}
+
+/// The settings are the keys of a file: this shows the folder it lies in.
+void AppDelegate::openSettings() {
+  if (Views* views = views_.loaded()) views->closePopover();
+  Gio::AppInfo::launch_default_for_uri_async(Glib::filename_to_uri(settingsFolder().string()));
+}
 
 }  // namespace lumora

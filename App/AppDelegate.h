@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <optional>
+
 #include "AppModel.h"
 #include "Platform/Linux/CanberraPlayer.h"
+#include "Platform/Linux/DesktopAppearance.h"
 #include "Platform/Linux/DesktopNotifications.h"
 #include "Platform/Linux/LocalFiles.h"
 #include "Platform/Linux/Logind.h"
@@ -12,21 +15,34 @@
 #include "Platform/Linux/PowerProfiles.h"
 #include "Platform/Linux/SystemClock.h"
 #include "Platform/Linux/UPower.h"
+#include "ViewsLoader.h"
 
 namespace lumora {
 
 /// Owns everything for the life of the program and wires it: the one place that sees all rooms.
-class AppDelegate {
+class AppDelegate final : public ViewsHost {
  public:
   /// `session` is the session bus; absent where there is none.
-  explicit AppDelegate(const BusConnection& session);
+  /// `quit` ends the main loop.
+  AppDelegate(BusConnection session, std::function<void()> quit);
 
   /// Starts the model as soon as the power sources are known.
   void applicationDidFinishLaunching();
 
   void applicationWillTerminate();
 
+  /// Shows the popover on a fresh reading, or closes it. Without a display nothing happens.
+  void togglePopover(std::optional<ScreenPoint> click);
+
+  AppModel& model() override { return model_; }
+  Date now() const override { return clock_.now(); }
+  Observable<Appearance>& appearance() override;
+  void openSettings() override;
+  void quit() override { quit_(); }
+
  private:
+  BusConnection session_;
+  std::function<void()> quit_;
   SystemClock clock_;
   MainLoop runLoop_;
   LocalFiles files_;
@@ -39,6 +55,9 @@ class AppDelegate {
   PermissionStore permissions_;
   DesktopNotifications notifications_;
   AppModel model_;
+  // From the first click on.
+  std::optional<DesktopAppearance> appearance_;
+  ViewsLoader views_;
 };
 
 }  // namespace lumora

@@ -22,12 +22,16 @@ class LumoraApp : public Gio::Application {
     Gio::Application::on_startup();
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) g_unix_signal_add(signal, onSignal, this);
     hold();
-    delegate_.emplace(get_dbus_connection());
+    delegate_.emplace(get_dbus_connection(), [this] { quit(); });
     delegate_->applicationDidFinishLaunching();
   }
 
-  /// Started a second time.
-  void on_activate() override {}
+  /// Started, for the first time or again.
+  void on_activate() override {
+    // The first start activates too; it only takes its place in the background.
+    if (started_) delegate_->togglePopover(std::nullopt);
+    started_ = true;
+  }
 
   void on_shutdown() override {
     delegate_->applicationWillTerminate();
@@ -41,6 +45,7 @@ class LumoraApp : public Gio::Application {
   }
 
   std::optional<lumora::AppDelegate> delegate_;
+  bool started_ = false;
 };
 
 /// Gives large blocks back to the system as soon as they are free: by default the allocator keeps

@@ -4,17 +4,18 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 
 namespace lumora {
 namespace {
 
-/// As C writes it with so many decimals: halves by the digits that the number really has.
+/// As C's "%.*f" writes it, whatever the locale: halves by the digits that the number really has.
 std::string decimal(double value, int decimals) {
   std::array<char, 340> text{};
-  const int length = std::snprintf(text.data(), text.size(), "%.*f", decimals, value);
-  return {text.data(), static_cast<std::size_t>(std::max(length, 0))};
+  const auto end = std::to_chars(text.data(), text.data() + text.size(), value,
+                                 std::chars_format::fixed, decimals);
+  return {text.data(), end.ptr};
 }
 
 Tint ringTint(const BatteryState& state) {

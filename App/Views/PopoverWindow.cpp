@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Views/PopoverWindow.h"
+
+#include "Views/PopoverPlace.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace lumora {
+namespace {
+
+bool placesItself() { return !QGuiApplication::platformName().startsWith("wayland"); }
+
+QScreen* screenAt(const std::optional<ScreenPoint>& click) {
+  QScreen* screen = click ? QGuiApplication::screenAt({click->x, click->y}) : nullptr;
+  return screen != nullptr ? screen : QGuiApplication::primaryScreen();
+}
+
+}  // namespace
+
+PopoverWindow::PopoverWindow(ViewsHost& host)
+    : QWidget(nullptr, (placesItself() ? Qt::Popup : Qt::Window) | Qt::FramelessWindowHint) {
+  setWindowTitle("Lumora");
+  setAutoFillBackground(true);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  // Grows and shrinks with its content, and by nothing else.
+  layout->setSizeConstraint(QLayout::SetFixedSize);
+  layout->addWidget(new PopoverView(host));
+}
+
+void PopoverWindow::showAt(std::optional<ScreenPoint> click) {
+  click_ = click;
+  place();
+  show();
+  // What the content needs is known once it is shown.
+  place();
+  raise();
+  activateWindow();
+}
+
+void PopoverWindow::place() {
+  if (!placesItself()) return;
+  const QRect screen = screenAt(click_)->availableGeometry();
+  const ScreenPoint corner = popoverPlace(
+      click_, {width(), height()}, {screen.x(), screen.y(), screen.width(), screen.height()});
+  move(corner.x, corner.y);
+}
+
+bool PopoverWindow::event(QEvent* event) {
+  if (event->type() == QEvent::WindowDeactivate && !placesItself()) close();
+  return QWidget::event(event);
+}
+
+void PopoverWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) {
+    close();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+void PopoverWindow::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  QColor edge = palette().color(QPalette::WindowText);
+  edge.setAlphaF(0.2F);
+  painter.setPen(edge);
+  painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+void PopoverWindow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  if (isVisible()) place();
+}
+
+}  // namespace lumora

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Views/PopoverView.h"
+
+#include <QWidget>
+#include <optional>
+
+namespace lumora {
+
+/// The frameless window that holds the popover: at the click and kept on the screen where the
+/// display lets windows choose their place, else where the compositor puts it. It closes when the
+/// user turns to something else, and on Esc.
+class PopoverWindow : public QWidget {
+ public:
+  explicit PopoverWindow(ViewsHost& host);
+
+  void showAt(std::optional<ScreenPoint> click);
+
+ protected:
+  bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void place();
+
+  std::optional<ScreenPoint> click_;
+};
+
+}  // namespace lumora

@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Views/Appearance.h"
+#include "Views/PopoverContent.h"
+
+#include <QColor>
+#include <QFont>
+#include <QPalette>
+
+namespace lumora {
+
+/// The roles of text, from the desktop's own font.
+enum class TextRole { headline, body, callout, caption, caption2 };
+
+QFont fontFor(TextRole role);
+
+/// The colour of a tint that reads well on the palette's window colour.
+QColor colorOf(Tint tint, const QPalette& palette);
+
+/// For what is less important than text.
+QColor secondaryColor(const QPalette& palette);
+
+/// For what stands out of its surroundings, like the chosen one of several.
+QColor raisedColor(const QPalette& palette);
+
+/// The palette that follows the desktop's wishes: its own where the scheme is already right.
+QPalette paletteFor(const Appearance& appearance, const QPalette& desktops);
+
+}  // namespace lumora

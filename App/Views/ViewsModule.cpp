@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Views/ViewsModule.h"
+
+#include "Views/DisplayProbe.h"
+#include "Views/PopoverWindow.h"
+#include "Views/Theme.h"
+
+#include <QApplication>
+
+namespace lumora {
+namespace {
+
+/// Everything of Qt, from the first click to the end.
+class QtViews final : public Views {
+ public:
+  explicit QtViews(ViewsHost& host) : host_(host), application_(argumentCount_, arguments_) {
+    QApplication::setApplicationName("Lumora");
+    QApplication::setDesktopFileName("org.lumora.Lumora");
+    QApplication::setQuitOnLastWindowClosed(false);
+    desktopsPalette_ = QApplication::palette();
+    applyAppearance();
+    // A change is announced before it happens.
+    appearanceChanged_ = host_.appearance().subscribe([this] {
+      QMetaObject::invokeMethod(
+          &application_, [this] { applyAppearance(); }, Qt::QueuedConnection);
+    });
+    popover_.emplace(host_);
+  }
+
+  bool popoverShown() const override { return popover_->isVisible(); }
+  void showPopover(std::optional<ScreenPoint> click) override { popover_->showAt(click); }
+  void closePopover() override { popover_->close(); }
+
+ private:
+  void applyAppearance() {
+    QApplication::setPalette(paletteFor(*host_.appearance(), desktopsPalette_));
+  }
+
+  ViewsHost& host_;
+  // Qt keeps references to these for as long as the application lives.
+  int argumentCount_ = 1;
+  char name_[7] = "lumora";
+  char* arguments_[2] = {name_, nullptr};
+  QApplication application_;
+  QPalette desktopsPalette_;
+  Subscription appearanceChanged_;
+  std::optional<PopoverWindow> popover_;
+};
+
+}  // namespace
+}  // namespace lumora
+
+extern "C" __attribute__((visibility("default"))) lumora::Views* makeLumoraViews(
+    lumora::ViewsHost& host) {
+  return lumora::displayAnswers() ? new lumora::QtViews(host) : nullptr;
+}

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <filesystem>
+#include <memory>
+
+#include "Views/ViewsModule.h"
+
+namespace lumora {
+
+/// Loads the module of the views when they are first wanted, and keeps it for the life of the
+/// process: its libraries cannot be unloaded.
+class ViewsLoader {
+ public:
+  /// `module` is the shared object; `host` must outlive the loader.
+  ViewsLoader(std::filesystem::path module, ViewsHost& host)
+      : module_(std::move(module)), host_(host) {}
+
+  /// Null where the views cannot be loaded or there is no display; it is tried again each time.
+  Views* load();
+
+  /// The views if they have been loaded.
+  Views* loaded() const { return views_.get(); }
+
+ private:
+  std::filesystem::path module_;
+  ViewsHost& host_;
+  std::unique_ptr<Views> views_;
+};
+
+}  // namespace lumora

@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FakeHost.h"
+#include "Views/PopoverPlace.h"
+#include "Views/PopoverWindow.h"
+
+#include <QTest>
+#include <fstream>
+
+#include <gtest/gtest.h>
+
+namespace lumora::test {
+namespace {
+
+long residentKiB() {
+  std::ifstream status("/proc/self/status");
+  std::string word;
+  while (status >> word) {
+    if (word == "VmRSS:") break;
+  }
+  long size = 0;
+  status >> size;
+  return size;
+}
+
+TEST(PopoverWindow, ClosesOnEscape) {
+  FakeHost host;
+  host.setBattery(73);
+  host.model().refresh(AppModel::Reason::change);
+  PopoverWindow window(host);
+  window.showAt(ScreenPoint{400, 10});
+  EXPECT_TRUE(window.isVisible());
+  QTest::keyClick(&window, Qt::Key_Escape);
+  EXPECT_FALSE(window.isVisible());
+}
+
+TEST(PopoverWindow, IsAsLargeAsItsContent) {
+  FakeHost host;
+  host.setBattery(73);
+  host.model().refresh(AppModel::Reason::change);
+  PopoverWindow window(host);
+  window.showAt(std::nullopt);
+  QCoreApplication::processEvents();
+  const int tall = window.height();
+  EXPECT_EQ(window.width(), 340);
+  host.powerSources.sources.reset();
+  host.model().refresh(AppModel::Reason::change);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return window.height() < tall; }));
+}
+
+TEST(PopoverWindow, OpensAThousandTimesInTheSameMemory) {
+  FakeHost host;
+  host.setBattery(73);
+  host.setHistory(minuteSamples(host.now(), 600));
+  PopoverWindow window(host);
+  const auto openAndClose = [&] {
+    host.model().refresh(AppModel::Reason::change);
+    window.showAt(std::nullopt);
+    QCoreApplication::processEvents();
+    window.close();
+    QCoreApplication::processEvents();
+  };
+  for (int i = 0; i < 100; ++i) openAndClose();
+  const long before = residentKiB();
+  for (int i = 0; i < 1000; ++i) openAndClose();
+  EXPECT_LT(residentKiB() - before, 1024);
+}
+
+TEST(PopoverPlace, StaysOnTheScreenAtTheClick) {
+  struct Case {
+    std::optional<ScreenPoint> click;
+    ScreenPoint corner;
+  };
+  const ScreenRect screen{100, 50, 1000, 800};
+  for (const auto& [click, corner] : {
+           Case{ScreenPoint{600, 60}, {430, 68}},      // a panel at the top
+           Case{ScreenPoint{600, 840}, {430, 332}},    // a panel at the bottom
+           Case{ScreenPoint{1095, 60}, {752, 68}},     // the right corner
+           Case{ScreenPoint{105, 60}, {108, 68}},      // the left corner
+           Case{ScreenPoint{5000, 5000}, {752, 342}},  // a click from elsewhere
+           Case{std::nullopt, {752, 58}},
+       }) {
+    EXPECT_EQ(popoverPlace(click, {340, 500}, screen), corner);
+  }
+}
+
+TEST(PopoverPlace, KeepsTheTopOfAPopoverThatIsTooTall) {
+  EXPECT_EQ(popoverPlace(ScreenPoint{100, 590}, {340, 900}, {0, 0, 800, 600}), (ScreenPoint{8, 8}));
+}
+
+}  // namespace
+}  // namespace lumora::test
