@@ -18,16 +18,17 @@ REFRESH_SECONDS = 20
 
 
 class Lumora:
-    """A running Lumora: `with Lumora(bundle) as lumora`. It is asked to end on leaving."""
+    """A running Lumora: `with Lumora(bundle) as lumora`. On leaving it is gone."""
 
-    def __init__(self, bundle):
+    def __init__(self, bundle, **environment):
+        self._environment = {**os.environ, "G_DEBUG": "fatal-warnings", **environment}
         self._executable = pathlib.Path(bundle).resolve() / "lumora"
         self._history = pathlib.Path(os.environ["XDG_DATA_HOME"]) / "Lumora" / "history.json"
         self._defaults = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "Lumora" / "defaults.json"
         self.process = None
 
     def __enter__(self):
-        self.process = subprocess.Popen([self._executable], env={**os.environ, "G_DEBUG": "fatal-warnings"})
+        self.process = subprocess.Popen([self._executable], env=self._environment)
         return self
 
     def __exit__(self, *_):
