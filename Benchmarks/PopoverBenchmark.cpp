@@ -4,6 +4,10 @@
 // time the module of the views is loaded, later it is there. Run it in the simulated laptop, whose
 // screen is empty: popover_benchmark MODULE
 
+#include "Month.h"
+#include "Views/FakeHost.h"
+#include "ViewsLoader.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -12,10 +16,6 @@
 
 #include <giomm.h>
 #include <xcb/xcb.h>
-
-#include "Month.h"
-#include "Views/FakeHost.h"
-#include "ViewsLoader.h"
 
 namespace lumora::benchmark {
 namespace {
@@ -35,8 +35,8 @@ class Screen {
   bool isPainted() const {
     constexpr int kX = 1100;
     constexpr int kY = 60;
-    const auto cookie = xcb_get_image(connection_.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, root_, kX, kY,
-                                      4, 4, ~0U);
+    const auto cookie =
+        xcb_get_image(connection_.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, root_, kX, kY, 4, 4, ~0U);
     const std::unique_ptr<xcb_get_image_reply_t, decltype(&free)> image(
         xcb_get_image_reply(connection_.get(), cookie, nullptr), free);
     if (!image) return false;

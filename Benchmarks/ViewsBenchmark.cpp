@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <QApplication>
-#include <benchmark/benchmark.h>
-
 #include "Views/FakeHost.h"
 #include "Views/PopoverView.h"
+
+#include <QApplication>
+
+#include <benchmark/benchmark.h>
 
 namespace lumora::benchmark {
 namespace {

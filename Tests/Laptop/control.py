@@ -13,7 +13,7 @@ from notifications import Notifications
 from parts import notifications_mock
 from processes import LaptopError, wait_until
 from sounds import Sounds
-from stand_ins import ADAPTER_PATH, BATTERY_PATH, DEVICE, UPOWER, UPOWER_PATH, MockUPower, NewProfiles
+from stand_ins import ADAPTER_PATH, BATTERY_PATH, DEVICE, UPOWER, UPOWER_PATH, MockUPower, NewProfiles, SettingsPortal
 
 NAME = "org.lumora.Laptop"
 PATH = "/org/lumora/Laptop"
@@ -36,6 +36,7 @@ class Control:
         self._notifications = Notifications(laptop.session, laptop.environment, laptop.folder)
         self._sounds = Sounds(f"{laptop.folder}/sound.log")
         self._new_profiles = NewProfiles(laptop.system)
+        self._portal = SettingsPortal(laptop.session)
         self._mock_upower = None
         self._mock_notifications = None
         BusObject(laptop.session.connection, PATH, NAME, self._methods())
@@ -57,6 +58,7 @@ class Control:
             "Start": ("s", "", self._start),
             "SetProfile": ("s", "", self._set_profile),
             "MockNewProfiles": ("b s", "", self._mock_new_profiles),
+            "SetAppearance": ("s v", "", self._portal.set),
             "PrepareForSleep": ("b", "", self._prepare_for_sleep),
             "Inhibitors": ("", "aa{sv}", self._inhibitors),
             "Notifications": ("", "aa{sv}", lambda: (self._notifications.sent(),)),
@@ -146,6 +148,7 @@ class Control:
         self._replace_upower(False)
         self._end_mock_notifications()
         self._new_profiles.hide()
+        self._portal.hide()
         self._supplies.reset()
         restarted = not self._services.running("notifications")
         self._services.reset()

@@ -79,6 +79,10 @@ class RemoteLaptop:
         """Own the newer bus name of power profiles, or release it."""
         self._call("MockNewProfiles", "(bs)", owned, profile)
 
+    def set_appearance(self, key, value):
+        """Have a settings portal with this wish: "color-scheme" or "accent-color", a GLib.Variant."""
+        self._call("SetAppearance", "(sv)", key, value)
+
     def prepare_for_sleep(self, begins):
         """Say that the machine is about to sleep, or has woken up."""
         self._call("PrepareForSleep", "(b)", begins)

@@ -15,6 +15,10 @@ DEVICE = "org.freedesktop.UPower.Device"
 BATTERY_PATH = f"{UPOWER_PATH}/devices/battery_BAT0"
 ADAPTER_PATH = f"{UPOWER_PATH}/devices/line_power_AC"
 DISPLAY_PATH = f"{UPOWER_PATH}/devices/DisplayDevice"
+PORTAL = "org.freedesktop.portal.Desktop"
+PORTAL_PATH = "/org/freedesktop/portal/desktop"
+SETTINGS = "org.freedesktop.portal.Settings"
+APPEARANCE = "org.freedesktop.appearance"
 NEW_PROFILES = "org.freedesktop.UPower.PowerProfiles"
 
 DAEMON = {"DaemonVersion": "s 0.99.20", "OnBattery": "b 1", "LidIsClosed": "b 0", "LidIsPresent": "b 1"}
@@ -91,6 +95,32 @@ class NewProfiles:
             give_up(self._connection, NEW_PROFILES)
             self._object.remove()
             self._object = None
+
+
+class SettingsPortal:
+    """The settings portal with the user's wishes for the looks of programs."""
+
+    def __init__(self, session):
+        self._connection = session.connect()
+        self._object = None
+        self._wishes = {}
+
+    def set(self, key, value):
+        """Own the portal's name, and announce a wish: a GLib.Variant of any type."""
+        self._wishes[key] = value
+        if not self._object:
+            self._object = BusObject(self._connection, PORTAL_PATH, SETTINGS, {
+                "ReadAll": ("as", "a{sa{sv}}", lambda namespaces: ({APPEARANCE: self._wishes},))})
+            own(self._connection, PORTAL)
+        self._object.emit("SettingChanged", GLib.Variant("(ssv)", (APPEARANCE, key, value)))
+
+    def hide(self):
+        """Give the name up and forget the wishes."""
+        if self._object:
+            give_up(self._connection, PORTAL)
+            self._object.remove()
+            self._object = None
+        self._wishes = {}
 
 
 def _variants(descriptions):

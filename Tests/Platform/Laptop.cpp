@@ -106,8 +106,18 @@ std::vector<Glib::ustring> Laptop::sounds() const {
 void Laptop::mockUPower(bool owned) const { call("MockUPower", arguments(owned)); }
 
 void Laptop::setMockProperty(const Glib::ustring& name, const Glib::VariantBase& value) const {
-  using Arguments = Glib::Variant<std::tuple<Glib::ustring, Glib::VariantBase>>;
-  call("SetMockProperty", Arguments::create({name, value}));
+  setNamed("SetMockProperty", name, value);
+}
+
+void Laptop::setAppearance(const Glib::ustring& key, const Glib::VariantBase& value) const {
+  setNamed("SetAppearance", key, value);
+}
+
+void Laptop::setNamed(const Glib::ustring& method, const Glib::ustring& name,
+                      const Glib::VariantBase& value) const {
+  // Written out, because the create of tuples would wrap a variant in another one.
+  call(method, Glib::VariantContainerBase::create_tuple(
+                   {variant(name), Glib::Variant<Glib::VariantBase>::create(value)}));
 }
 
 void Laptop::propertyBurst(std::int32_t count) const { call("PropertyBurst", arguments(count)); }

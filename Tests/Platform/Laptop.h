@@ -53,6 +53,7 @@ class Laptop {
 
   void setProfile(const Glib::ustring& profile) const;
   void ownNewProfilesName(bool owned, const Glib::ustring& profile) const;
+  void setAppearance(const Glib::ustring& key, const Glib::VariantBase& value) const;
   void prepareForSleep(bool starting) const;
   std::vector<Inhibitor> inhibitors() const;
 
@@ -69,6 +70,8 @@ class Laptop {
   const Glib::RefPtr<Gio::DBus::Connection>& session() const { return session_; }
 
  private:
+  void setNamed(const Glib::ustring& method, const Glib::ustring& name,
+                const Glib::VariantBase& value) const;
   Glib::VariantContainerBase call(const Glib::ustring& method,
                                   const Glib::VariantContainerBase& arguments = {}) const;
   std::vector<Properties> list(const Glib::ustring& method) const;

@@ -3,7 +3,7 @@
 // Renders the popover in its states to pictures, to be looked at: gallery FOLDER
 
 #include "FakeHost.h"
-#include "Views/PopoverView.h"
+#include "Views/PopoverWindow.h"
 #include "Views/Theme.h"
 
 #include <QApplication>
@@ -113,18 +113,16 @@ bool render(const Scene& scene, const std::filesystem::path& folder, const QPale
   host.model().refresh(AppModel::Reason::launch);
   host.clock.time += Seconds(23 * 60);
 
-  PopoverView view(host);
-  view.setAutoFillBackground(true);
-  view.show();
-  for (auto* button : view.findChildren<QAbstractButton*>()) {
+  PopoverWindow window(host);
+  window.showAt(std::nullopt);
+  for (auto* button : window.findChildren<QAbstractButton*>()) {
     if (scene.week && button->text() == "7 days") button->click();
     if (scene.unfolded && button->text() == "Daily summary") button->click();
   }
-  QApplication::processEvents();
-  view.adjustSize();
+  QCoreApplication::sendPostedEvents();
   QApplication::processEvents();
   const auto file = folder / (std::string(scene.name) + ".png");
-  return view.grab().save(QString::fromStdString(file.string()));
+  return window.grab().save(QString::fromStdString(file.string()));
 }
 
 }  // namespace
@@ -133,6 +131,8 @@ bool render(const Scene& scene, const std::filesystem::path& folder, const QPale
 int main(int argc, char** argv) {
   const std::filesystem::path folder = argc > 1 ? argv[1] : "gallery";
   std::filesystem::create_directories(folder);
+  // A screen that nobody sees.
+  qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   const QPalette desktops = QApplication::palette();
   for (const auto& scene : lumora::test::scenes()) {
