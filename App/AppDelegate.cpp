@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AppDelegate.h"
 
-#include <utility>
-
 #include "ApplicationId.h"
 #include "Platform/Linux/MainBundle.h"
+
+#include <utility>
 
 namespace lumora {
 namespace {
@@ -23,7 +23,7 @@ AppDelegate::AppDelegate(BusConnection session, std::function<void()> quit)
       quit_(std::move(quit)),
       bundle_(mainBundle()),
       defaults_(files_, settingsFolder() / "defaults.json"),
-      soundPlayer_(bundle_.location / "Resources" / "sounds"),
+      soundPlayer_(bundle_.location / "lumora_sound", bundle_.location / "Resources" / "sounds"),
       permissions_(session_, kApplicationId),
       notifications_(session_, {kApplicationId, bundle_.location / "Resources" / "sounds"},
                      permissions_, soundPlayer_),

@@ -2,10 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <optional>
-
 #include "AppModel.h"
-#include "Platform/Linux/CanberraPlayer.h"
 #include "Platform/Linux/DesktopAppearance.h"
 #include "Platform/Linux/DesktopNotifications.h"
 #include "Platform/Linux/LocalFiles.h"
@@ -13,9 +10,12 @@
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/PermissionStore.h"
 #include "Platform/Linux/PowerProfiles.h"
+#include "Platform/Linux/SoundProcess.h"
 #include "Platform/Linux/SystemClock.h"
 #include "Platform/Linux/UPower.h"
 #include "ViewsLoader.h"
+
+#include <optional>
 
 namespace lumora {
 
@@ -51,7 +51,7 @@ class AppDelegate final : public ViewsHost {
   UPower powerSources_;
   PowerProfiles lowPowerMode_;
   Logind sleepEvents_;
-  CanberraPlayer soundPlayer_;
+  SoundProcess soundPlayer_;
   PermissionStore permissions_;
   DesktopNotifications notifications_;
   AppModel model_;

@@ -3,6 +3,7 @@
 #include "AppDelegate.h"
 #include "ApplicationId.h"
 
+#include <csignal>
 #include <memory>
 #include <optional>
 
@@ -59,6 +60,8 @@ void returnFreeMemory() {
 
 int main() {
   returnFreeMemory();
+  // A write beyond a limit of the system fails; it does not end the program.
+  std::signal(SIGXFSZ, SIG_IGN);
   Gio::init();
   const auto app = Glib::make_refptr_for_instance(new LumoraApp);
   // No command line: whatever stands there is not ours.

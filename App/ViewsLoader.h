@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Views/ViewsModule.h"
+
 #include <filesystem>
 #include <memory>
-
-#include "Views/ViewsModule.h"
 
 namespace lumora {
 

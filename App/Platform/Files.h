@@ -47,7 +47,8 @@ class Files {
   virtual std::optional<FileStamp> replace(const std::filesystem::path& path,
                                            std::string_view bytes) = 0;
 
-  /// Gives the file a second name, taking that name from whatever had it. False on failure.
+  /// Gives the file a second name, taking that name from whatever had it. False on failure; a file
+  /// that is no longer there needs no name.
   virtual bool keepAs(const std::filesystem::path& path, const std::filesystem::path& name) = 0;
 };
 

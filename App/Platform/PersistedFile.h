@@ -34,6 +34,9 @@ class PersistedFile {
   /// Whether somebody else changed the file since it was loaded or replaced.
   bool changedElsewhere() const { return files_.stamp(path_) != stamp_; }
 
+  /// Whether something was there that could not be decoded when it was last loaded.
+  bool isUnreadable() const { return unreadable_; }
+
   /// False when the file stays as it was.
   bool replace(std::string_view bytes) {
     if (unreadable_) {

@@ -64,7 +64,7 @@ std::optional<std::string> asText(const DefaultsStore::Value& value) {
 
 DefaultsStore::DefaultsStore(Files& files, const std::filesystem::path& path) : file_(files, path) {
   files.createFolders(path.parent_path());
-  load();
+  entries_ = file_.load(decode).value_or(Entries{});
 }
 
 void DefaultsStore::registerDefaults(const Values& values) {
@@ -73,7 +73,7 @@ void DefaultsStore::registerDefaults(const Values& values) {
 
 void DefaultsStore::synchronize() {
   if (!file_.changedElsewhere()) return;
-  load();
+  reload();
   didChange_.announce();
 }
 
@@ -105,9 +105,11 @@ double DefaultsStore::doubleForKey(std::string_view key) const {
 }
 
 void DefaultsStore::set(std::string_view key, const Value& value) {
-  if (file_.changedElsewhere()) load();
-  entries_.insert_or_assign(std::string(key), Entry{std::visit(JsonText{}, value), value});
-  file_.replace(encode(entries_));
+  if (file_.changedElsewhere()) reload();
+  const Entry entry{std::visit(JsonText{}, value), value};
+  entries_.insert_or_assign(std::string(key), entry);
+  unsaved_.insert_or_assign(std::string(key), entry);
+  if (file_.replace(encode(entries_))) unsaved_.clear();
   didChange_.announce();
 }
 
@@ -115,7 +117,13 @@ Subscription DefaultsStore::subscribe(std::function<void()> didChange) {
   return didChange_.subscribe(std::move(didChange));
 }
 
-void DefaultsStore::load() { entries_ = file_.load(decode).value_or(Entries{}); }
+void DefaultsStore::reload() {
+  auto loaded = file_.load(decode);
+  // A file that is gone means that nothing is set any more; a slip of the hand in it does not.
+  if (!loaded && file_.isUnreadable()) return;
+  entries_ = unsaved_;
+  if (loaded) entries_.merge(*loaded);
+}
 
 std::optional<DefaultsStore::Entries> DefaultsStore::decode(std::string& json) {
   if (json.size() > kLargestFile) return std::nullopt;

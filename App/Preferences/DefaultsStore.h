@@ -30,7 +30,8 @@ class DefaultsStore {
   /// Adds to the values that answer for keys the user never set. Nothing is written.
   void registerDefaults(const Values& values);
 
-  /// Reads the file again if another program changed it.
+  /// Reads the file again if another program changed it. While it cannot be decoded, what was known
+  /// before still holds.
   void synchronize();
 
   /// False where nothing answers.
@@ -61,12 +62,14 @@ class DefaultsStore {
   static std::optional<Entries> decode(std::string& json);
   static std::string encode(const Entries& entries);
 
-  void load();
+  void reload();
   template <typename T>
   std::optional<T> read(std::string_view key, std::optional<T> (*as)(const Value&)) const;
 
   PersistedFile file_;
   Entries entries_;
+  // Set since the last write that succeeded.
+  Entries unsaved_;
   Values registered_;
   Announcement didChange_;
 };

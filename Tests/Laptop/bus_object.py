@@ -33,6 +33,7 @@ class BusObject:
         self._interface = interface
         self._methods = methods
         self._properties = dict(properties or {})
+        self.delay_ms = 0
         self._registrations = [self._register(self._description(), self._on_call)]
         if self._properties:
             self._registrations.append(self._register(PROPERTIES_XML, self._on_properties_call))
@@ -73,7 +74,8 @@ class BusObject:
     def _on_properties_call(self, _connection, _sender, _path, _interface, name, arguments, invocation):
         call = {"Get": ("v", self._get), "GetAll": ("a{sv}", self._get_all), "Set": ("", self._set)}
         results, function = call[name]
-        _answer(invocation, results, lambda: function(*unpack_shallow(arguments)))
+        GLib.timeout_add(self.delay_ms, lambda: _answer(
+            invocation, results, lambda: function(*unpack_shallow(arguments))))
 
     def _get(self, _interface, name):
         return (self._properties[name],)

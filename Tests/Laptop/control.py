@@ -69,6 +69,7 @@ class Control:
             "Sounds": ("", "as", lambda: (self._sounds.played(),)),
             "ClearSounds": ("", "", self._sounds.clear),
             "MockUPower": ("b", "", self._replace_upower),
+            "MockSlowUPower": ("i", "", lambda delay_ms: self._replace_upower(True, delay_ms)),
             "SetMockProperty": ("s v", "", lambda name, value: self._mock().set_property(name, value)),
             "PropertyBurst": ("i", "", lambda count: self._mock().burst(count)),
             "Reset": ("", "", self._reset),
@@ -131,10 +132,10 @@ class Control:
             self._mock_notifications.end(signal.SIGTERM)
             self._mock_notifications = None
 
-    def _replace_upower(self, owned):
+    def _replace_upower(self, owned, delay_ms=0):
         if owned and not self._mock_upower:
             self._services.end("upower", signal.SIGTERM)
-            self._mock_upower = MockUPower(self._laptop.system)
+            self._mock_upower = MockUPower(self._laptop.system, delay_ms)
         elif not owned and self._mock_upower:
             self._mock_upower.remove()
             self._mock_upower = None

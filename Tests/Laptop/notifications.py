@@ -107,7 +107,7 @@ class Notifications:
         elif kind == Gio.DBusMessageType.METHOD_RETURN:
             self._on_reply(message)
         elif kind == Gio.DBusMessageType.SIGNAL and message.get_interface() == NAME:
-            self._on_signal(message.get_member(), message.get_body().unpack())
+            self._on_signal(message.get_member(), message.get_body().unpack() if message.get_body() else ())
 
     def _on_notify(self, message):
         if message.get_signature() != "susssasa{sv}i":
@@ -118,11 +118,12 @@ class Notifications:
     def _on_reply(self, message):
         for entry in self._calls:
             if (entry["sender"], entry["serial"]) == (message.get_destination(), message.get_reply_serial()):
-                entry["id"] = message.get_body().unpack()[0]
+                body = message.get_body()
+                entry["id"] = body.unpack()[0] if body else 0
                 if entry["id"] not in self._shown:
                     self._shown.append(entry["id"])
 
     def _on_signal(self, member, arguments):
         self._signals.append((member, arguments))
-        if member == "NotificationClosed" and arguments[0] in self._shown:
+        if member == "NotificationClosed" and arguments and arguments[0] in self._shown:
             self._shown.remove(arguments[0])

@@ -123,6 +123,10 @@ class RemoteLaptop:
         """Replace the real UPower by a stand-in, or take the stand-in away."""
         self._call("MockUPower", "(b)", owned)
 
+    def mock_slow_upower(self, milliseconds):
+        """Replace the real UPower by a stand-in whose battery thinks that long before it answers."""
+        self._call("MockSlowUPower", "(i)", milliseconds)
+
     def set_mock_property(self, name, value):
         """Change a property of the stand-in's battery to a GLib.Variant of any type."""
         self._call("SetMockProperty", "(sv)", name, value)

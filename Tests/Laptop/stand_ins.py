@@ -45,7 +45,7 @@ CONVERT = {"s": str, "d": float, "b": lambda text: text == "1"}
 class MockUPower:
     """A UPower of one battery and one adapter, whose battery says whatever a test wants it to say."""
 
-    def __init__(self, system):
+    def __init__(self, system, delay_ms):
         self._connection = system.connect()
         devices = GLib.Variant("(ao)", ([BATTERY_PATH, ADAPTER_PATH],)).unpack()
         BusObject(self._connection, UPOWER_PATH, UPOWER, {
@@ -55,6 +55,7 @@ class MockUPower:
         BusObject(self._connection, ADAPTER_PATH, DEVICE, _device_methods(), _variants(ADAPTER))
         BusObject(self._connection, DISPLAY_PATH, DEVICE, _device_methods(), _variants(DISPLAY))
         self._battery = BusObject(self._connection, BATTERY_PATH, DEVICE, _device_methods(), _variants(BATTERY))
+        self._battery.delay_ms = delay_ms
         own(self._connection, UPOWER)
 
     def remove(self):

@@ -105,6 +105,10 @@ std::vector<Glib::ustring> Laptop::sounds() const {
 
 void Laptop::mockUPower(bool owned) const { call("MockUPower", arguments(owned)); }
 
+void Laptop::mockSlowUPower(std::chrono::milliseconds delay) const {
+  call("MockSlowUPower", arguments(static_cast<std::int32_t>(delay.count())));
+}
+
 void Laptop::setMockProperty(const Glib::ustring& name, const Glib::VariantBase& value) const {
   setNamed("SetMockProperty", name, value);
 }

@@ -4,6 +4,7 @@
 
 #include "Platform/Linux/Variants.h"
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -64,6 +65,8 @@ class Laptop {
   std::vector<Glib::ustring> sounds() const;
 
   void mockUPower(bool owned) const;
+  /// One whose battery thinks before it answers; the adapter does not.
+  void mockSlowUPower(std::chrono::milliseconds delay) const;
   void setMockProperty(const Glib::ustring& name, const Glib::VariantBase& value) const;
   void propertyBurst(std::int32_t count) const;
 

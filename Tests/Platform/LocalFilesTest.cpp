@@ -164,5 +164,36 @@ TEST_F(LocalFilesTest, KeepsAFileUnderAnotherName) {
   EXPECT_EQ(text(file), "new");
 }
 
+TEST_F(LocalFilesTest, KeepsWhatLiesBehindALink) {
+  const fs::path target = folder.path() / "target";
+  std::ofstream(target) << "broken";
+  fs::create_symlink("target", file);
+  const fs::path kept = folder.path() / "file.unreadable";
+  EXPECT_TRUE(files.keepAs(file, kept));
+  EXPECT_TRUE(files.replace(file, "new"));
+  EXPECT_EQ(text(kept), "broken");
+  EXPECT_EQ(text(target), "new");
+}
+
+TEST_F(LocalFilesTest, NeedsNoNameForWhatIsNoLongerThere) {
+  EXPECT_TRUE(files.keepAs(file, folder.path() / "file.unreadable"));
+  EXPECT_TRUE(names().empty());
+}
+
+TEST_F(LocalFilesTest, ReplacesALinkThatLeadsToNoFile) {
+  const fs::path pipe = folder.path() / "pipe";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  fs::create_symlink("pipe", file);
+  EXPECT_TRUE(files.replace(file, "new"));
+  EXPECT_EQ(text(file), "new");
+  EXPECT_TRUE(fs::is_fifo(pipe));
+}
+
+TEST_F(LocalFilesTest, IsNotHeldUpByAPipeInThePlaceOfTheTemporaryFile) {
+  ASSERT_EQ(mkfifo((folder.path() / "file.new").c_str(), 0600), 0);
+  EXPECT_TRUE(files.replace(file, "new"));
+  EXPECT_EQ(text(file), "new");
+}
+
 }  // namespace
 }  // namespace lumora::test

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/DesktopAppearance.h"
 
+#include "Platform/Linux/Variants.h"
+
 #include <cmath>
 #include <map>
 #include <tuple>
 #include <vector>
-
-#include "Platform/Linux/Variants.h"
 
 namespace lumora {
 namespace {

@@ -2,16 +2,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <optional>
-
 #include "Observable.h"
 #include "Platform/Linux/SignalSubscription.h"
 #include "Views/Appearance.h"
 
+#include <optional>
+
 namespace lumora {
 
-/// What the settings portal tells of the user's wishes (namespace org.freedesktop.appearance). It is
-/// asked once, for at most a blink, and heard from then on; without a portal there are no wishes.
+/// What the settings portal tells of the user's wishes (namespace org.freedesktop.appearance). It
+/// is asked once, for at most a blink, and heard from then on; without a portal there are no
+/// wishes.
 class DesktopAppearance {
  public:
   /// `session` is the session bus; absent where there is none.

@@ -2,9 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/DesktopNotifications.h"
 
-#include "Platform/Linux/CanberraPlayer.h"
+#include "Platform/Linux/SoundProcess.h"
 
 #include <algorithm>
+#include <limits>
 #include <tuple>
 #include <utility>
 
@@ -13,10 +14,12 @@ namespace {
 
 constexpr const char* kName = "org.freedesktop.Notifications";
 constexpr const char* kPath = "/org/freedesktop/Notifications";
-constexpr int kPatience = 5000;     // milliseconds
 constexpr int kServersChoice = -1;  // how long a notification stays
+// A server that hangs shows what it was sent when it goes on; only then is the id known by which
+// its button is ours.
+constexpr int kNoTimeLimit = std::numeric_limits<int>::max();
 
-Glib::VariantBase hint(const std::string& text) {
+Glib::VariantBase hint(const Glib::ustring& text) {
   return Glib::Variant<Glib::ustring>::create(text);
 }
 
@@ -90,7 +93,7 @@ void DesktopNotifications::onAuthorization(AuthorizationStatus status) {
   if (status == AuthorizationStatus::denied) return next();
   if (capabilities_) return notify();
   session_->call(kPath, kName, "GetCapabilities", {},
-                 sigc::mem_fun(*this, &DesktopNotifications::onCapabilities), kName, kPatience);
+                 sigc::mem_fun(*this, &DesktopNotifications::onCapabilities), kName, kNoTimeLimit);
 }
 
 void DesktopNotifications::onCapabilities(const Result& result) {
@@ -98,7 +101,7 @@ void DesktopNotifications::onCapabilities(const Result& result) {
     const auto told = argument<std::vector<Glib::ustring>>(session_->call_finish(result), 0);
     capabilities_.emplace(told.begin(), told.end());
   } catch (const Glib::Error&) {
-    return next();
+    // A server that does not tell can at least show a title and a body.
   }
   notify();
 }
@@ -117,13 +120,14 @@ void DesktopNotifications::notify() {
                                hintsFor(request.sound),
                                kServersChoice};
   session_->call(kPath, kName, "Notify", Glib::Variant<Arguments>::create(arguments),
-                 sigc::mem_fun(*this, &DesktopNotifications::onNotified), kName, kPatience);
+                 sigc::mem_fun(*this, &DesktopNotifications::onNotified), kName, kNoTimeLimit);
 }
 
 void DesktopNotifications::onNotified(const Result& result) {
   try {
     const NotificationRequest& request = requests_.front();
-    ids_[request.identifier] = argument<std::uint32_t>(session_->call_finish(result), 0);
+    const auto id = argument<std::uint32_t>(session_->call_finish(result), 0);
+    if (id != 0) ids_[request.identifier] = id;
     if (!capabilities_ || !capabilities_->contains("sound")) player_.play(request.sound);
   } catch (const Glib::Error&) {
     // Not shown, so nothing is to be heard either.
@@ -137,7 +141,8 @@ Properties DesktopNotifications::hintsFor(const NotificationSound& sound) const 
   if (!playsSounds || std::holds_alternative<Silence>(sound)) {
     hints.emplace("suppress-sound", Glib::Variant<bool>::create(true));
   } else if (const auto* named = std::get_if<NamedSound>(&sound)) {
-    hints.emplace("sound-file", hint(soundFile(identity_.sounds, *named)));
+    const Glib::ustring file = soundFile(identity_.sounds, *named).string();
+    if (file.validate()) hints.emplace("sound-file", hint(file));
   } else {
     hints.emplace("sound-name", hint(kMessageSound));
   }
@@ -171,7 +176,7 @@ void DesktopNotifications::onClosed(std::uint32_t id) {
 /// Some servers leave a notification standing after its button was pressed.
 void DesktopNotifications::close(std::uint32_t id) {
   session_->call(kPath, kName, "CloseNotification",
-                 Glib::Variant<std::tuple<std::uint32_t>>::create({id}), {}, kName, kPatience,
+                 Glib::Variant<std::tuple<std::uint32_t>>::create({id}), {}, kName, kNoTimeLimit,
                  Gio::DBus::CallFlags::NO_AUTO_START);
 }
 

@@ -65,11 +65,16 @@ bool writeWhole(int descriptor, std::string_view bytes) {
   return true;
 }
 
+/// Where a symbolic link leads, if that is a place for a file of ours.
 std::filesystem::path behindLinks(const std::filesystem::path& path) {
   std::error_code error;
   if (!std::filesystem::is_symlink(path, error)) return path;
   const auto target = std::filesystem::weakly_canonical(path, error);
-  return error ? path : target;
+  if (error) return path;
+  const auto type = std::filesystem::status(target, error).type();
+  const bool fit =
+      type == std::filesystem::file_type::regular || type == std::filesystem::file_type::not_found;
+  return fit ? target : path;
 }
 
 std::filesystem::path withSuffix(std::filesystem::path path, const char* suffix) {
@@ -78,7 +83,9 @@ std::filesystem::path withSuffix(std::filesystem::path path, const char* suffix)
 }
 
 std::optional<FileStamp> writeNew(const std::filesystem::path& path, std::string_view bytes) {
-  const OpenFile file(path, O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW);
+  // What lies there is left from a write that was cut short.
+  ::unlink(path.c_str());
+  const OpenFile file(path, O_WRONLY | O_CREAT | O_EXCL);
   struct stat status {};
   if (!file || ::fchmod(file.descriptor(), kOwnerOnly) != 0 ||
       !writeWhole(file.descriptor(), bytes) || ::fsync(file.descriptor()) != 0 ||
@@ -102,7 +109,10 @@ FileContent LocalFiles::read(const std::filesystem::path& path) {
   const OpenFile file(path, O_RDONLY | O_NONBLOCK);
   content.exists = file || errno != ENOENT;
   struct stat status {};
-  if (!file || ::fstat(file.descriptor(), &status) != 0) return content;
+  if (!file || ::fstat(file.descriptor(), &status) != 0) {
+    content.stamp = stamp(path);
+    return content;
+  }
   content.stamp = stampOf(status);
   if (!S_ISREG(status.st_mode) || status.st_size > kLargest) return content;
 
@@ -130,15 +140,17 @@ std::optional<FileStamp> LocalFiles::replace(const std::filesystem::path& path,
 }
 
 bool LocalFiles::keepAs(const std::filesystem::path& path, const std::filesystem::path& name) {
+  const auto target = behindLinks(path);
   // A second name first, so that the file is never without one; not every file system has them.
   const auto temporary = withSuffix(name, ".new");
   ::unlink(temporary.c_str());
-  if (::link(path.c_str(), temporary.c_str()) == 0) {
+  if (::link(target.c_str(), temporary.c_str()) == 0) {
     if (::rename(temporary.c_str(), name.c_str()) == 0) return true;
     ::unlink(temporary.c_str());
     return false;
   }
-  return ::rename(path.c_str(), name.c_str()) == 0;
+  // If somebody has taken it away, nothing is left to keep.
+  return stamp(target) == FileStamp{} || ::rename(target.c_str(), name.c_str()) == 0;
 }
 
 }  // namespace lumora

@@ -13,12 +13,14 @@ PowerProfiles::PowerProfiles()
 
 PowerProfiles::Name::Name(PowerProfiles& theOwner, const char* busName, const char* path)
     : owner(theOwner),
+      grace([this] { owner.update(*this, std::nullopt); }),
       watch(
           Gio::DBus::BusType::SYSTEM, busName, ServiceWatch::Start::ifRunning,
           [this, busName, path](const BusConnection& connection) {
             const auto take = [this](const Properties& told) {
               const auto profile = told.find("ActiveProfile");
               if (profile == told.end()) return;
+              grace.cancel();
               owner.update(*this, valueOr<Glib::ustring>(profile->second).raw());
             };
             // The interface is called as the name is.
@@ -27,7 +29,7 @@ PowerProfiles::Name::Name(PowerProfiles& theOwner, const char* busName, const ch
           },
           [this] {
             properties.reset();
-            owner.update(*this, std::nullopt);
+            if (activeProfile) grace.begin();
           }) {}
 
 bool PowerProfiles::isEnabled() const {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Platform/Linux/GracePeriod.h"
 #include "Platform/Linux/ObjectProperties.h"
 #include "Platform/Linux/ServiceWatch.h"
 #include "Platform/LowPowerMode.h"
@@ -16,7 +17,7 @@ namespace lumora {
 
 /// The power-saving mode as the power-profiles daemon tells it on the system bus. It has a name of
 /// its own and one in UPower's family; some versions own only one of them. The latter is believed
-/// where both answer.
+/// where both answer. When the daemon goes away, what it said last stands for some seconds.
 class PowerProfiles final : public LowPowerMode {
  public:
   PowerProfiles();
@@ -30,7 +31,8 @@ class PowerProfiles final : public LowPowerMode {
     Name(PowerProfiles& owner, const char* busName, const char* path);
 
     PowerProfiles& owner;
-    std::optional<std::string> activeProfile;  // absent while nobody owns the name
+    std::optional<std::string> activeProfile;  // absent once nobody owns the name any more
+    GracePeriod grace;
     std::unique_ptr<ObjectProperties> properties;
     ServiceWatch watch;
   };

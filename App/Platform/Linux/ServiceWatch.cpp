@@ -14,18 +14,25 @@ ServiceWatch::ServiceWatch(Gio::DBus::BusType bus, const Glib::ustring& name, St
       vanished_(std::move(vanished)),
       watch_(Gio::DBus::watch_name(
           bus, name, sigc::hide(sigc::hide(sigc::mem_fun(*this, &ServiceWatch::onAppeared))),
-          sigc::hide(sigc::hide(sigc::mem_fun(*this, &ServiceWatch::onVanished))),
+          sigc::hide(sigc::mem_fun(*this, &ServiceWatch::onVanished)),
           start == Start::onDemand ? Gio::DBus::BusNameWatcherFlags::AUTO_START
                                    : Gio::DBus::BusNameWatcherFlags::NONE)) {}
 
 ServiceWatch::~ServiceWatch() { Gio::DBus::unwatch_name(watch_); }
 
 void ServiceWatch::onAppeared(const BusConnection& connection) {
-  // By default the end of a bus ends the program. That is right for the session's alone.
-  if (bus_ == Gio::DBus::BusType::SYSTEM) connection->set_exit_on_close(false);
+  surviveTheEndOf(connection);
   appeared_(connection);
 }
 
-void ServiceWatch::onVanished() { vanished_(); }
+void ServiceWatch::onVanished(const BusConnection& connection) {
+  if (connection) surviveTheEndOf(connection);
+  vanished_();
+}
+
+/// By default the end of a bus ends the program. That is right for the session's alone.
+void ServiceWatch::surviveTheEndOf(const BusConnection& connection) {
+  if (bus_ == Gio::DBus::BusType::SYSTEM) connection->set_exit_on_close(false);
+}
 
 }  // namespace lumora

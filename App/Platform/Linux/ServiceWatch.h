@@ -25,7 +25,8 @@ class ServiceWatch : public sigc::trackable {
 
  private:
   void onAppeared(const BusConnection& connection);
-  void onVanished();
+  void onVanished(const BusConnection& connection);
+  void surviveTheEndOf(const BusConnection& connection);
 
   Gio::DBus::BusType bus_;
   std::function<void(const BusConnection&)> appeared_;

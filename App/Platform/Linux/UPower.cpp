@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <tuple>
 #include <utility>
 
 namespace lumora {
@@ -16,12 +17,12 @@ constexpr const char* kPath = "/org/freedesktop/UPower";
 constexpr const char* kInterface = "org.freedesktop.UPower";
 constexpr const char* kDeviceInterface = "org.freedesktop.UPower.Device";
 constexpr int kNoTimeLimit = std::numeric_limits<int>::max();
-constexpr unsigned kGraceSeconds = 10;
 
 }  // namespace
 
 UPower::UPower(std::filesystem::path powerSupplies)
     : powerSupplies_(std::move(powerSupplies)),
+      grace_([this] { onGraceOver(); }),
       changes_([this] { publish(); }),
       watch_(
           Gio::DBus::BusType::SYSTEM, kName, ServiceWatch::Start::onDemand,
@@ -48,10 +49,9 @@ bool UPower::observe(std::function<void()> changed) {
 }
 
 void UPower::onAppeared(const BusConnection& connection) {
-  grace_.disconnect();
   connection_ = connection;
   devices_.clear();
-  enumerated_ = false;
+  enumerated_ = complete_ = false;
   added_ = std::make_unique<SignalSubscription>(
       connection, SignalSubscription::Source{kName, kPath, kInterface, "DeviceAdded"},
       [this](const Glib::VariantContainerBase& arguments) {
@@ -74,13 +74,11 @@ void UPower::onVanished() {
   added_.reset();
   removed_.reset();
   devices_.clear();
-  enumerated_ = false;
-  if (ready_) {
-    std::exchange(ready_, nullptr)();
-  } else if (!grace_.connected()) {
-    grace_ = Glib::signal_timeout().connect_seconds(sigc::mem_fun(*this, &UPower::onGraceOver),
-                                                    kGraceSeconds);
-  }
+  enumerated_ = complete_ = false;
+  if (ready_) std::exchange(ready_, nullptr)();
+  if (!connection_) return;
+  grace_.begin();
+  askForStart();
 }
 
 void UPower::onEnumerated(const Glib::RefPtr<Gio::AsyncResult>& result) {
@@ -110,7 +108,9 @@ void UPower::addDevice(const Glib::ustring& path) {
 }
 
 void UPower::removeDevice(const Glib::ustring& path) {
-  if (devices_.erase(path) > 0) changes_.changed();
+  if (devices_.erase(path) == 0) return;
+  changes_.changed();
+  checkComplete();
 }
 
 void UPower::update(const Glib::ustring& path, const Properties& properties) {
@@ -121,10 +121,11 @@ void UPower::update(const Glib::ustring& path, const Properties& properties) {
 }
 
 void UPower::checkComplete() {
-  const bool complete =
-      enumerated_ && std::all_of(devices_.begin(), devices_.end(),
-                                 [](const auto& device) { return device.second.fetched; });
-  if (!complete) return;
+  if (complete_ || !enumerated_) return;
+  complete_ = std::all_of(devices_.begin(), devices_.end(),
+                          [](const auto& device) { return device.second.fetched; });
+  if (!complete_) return;
+  grace_.cancel();
   // At the start somebody waits for the first account; a later one comes with its changes.
   if (ready_) {
     publish();
@@ -135,7 +136,7 @@ void UPower::checkComplete() {
 }
 
 void UPower::publish() {
-  if (!enumerated_) return;
+  if (!complete_) return;
   std::vector<UPowerDevice> told;
   for (const auto& [path, device] : devices_) {
     if (device.fetched) told.push_back(device.told);
@@ -150,11 +151,17 @@ bool UPower::onPatienceOver() {
   return false;
 }
 
-bool UPower::onGraceOver() {
+void UPower::onGraceOver() {
   published_.clear();
   adapterWatts_.reset();
   if (changed_) changed_();
-  return false;
+}
+
+/// It ran before, so it should run again; nobody else may need it.
+void UPower::askForStart() {
+  connection_->call("/org/freedesktop/DBus", "org.freedesktop.DBus", "StartServiceByName",
+                    Glib::Variant<std::tuple<Glib::ustring, std::uint32_t>>::create({kName, 0}), {},
+                    "org.freedesktop.DBus");
 }
 
 }  // namespace lumora

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Platform/Linux/ChangeCoalescer.h"
+#include "Platform/Linux/GracePeriod.h"
 #include "Platform/Linux/ObjectProperties.h"
 #include "Platform/Linux/ServiceWatch.h"
 #include "Platform/Linux/UPowerDevice.h"
@@ -48,7 +49,8 @@ class UPower final : public PowerSources, public sigc::trackable {
   void checkComplete();
   void publish();
   bool onPatienceOver();
-  bool onGraceOver();
+  void onGraceOver();
+  void askForStart();
 
   std::filesystem::path powerSupplies_;
   std::function<void()> changed_;
@@ -60,7 +62,9 @@ class UPower final : public PowerSources, public sigc::trackable {
   std::unique_ptr<SignalSubscription> removed_;
   Devices devices_;
   bool enumerated_ = false;
-  sigc::connection grace_;
+  // All devices of this run of UPower have told of themselves, so that none is missing.
+  bool complete_ = false;
+  GracePeriod grace_;
 
   // What the devices said when they last were complete: this is what is read.
   std::vector<UPowerDevice> published_;

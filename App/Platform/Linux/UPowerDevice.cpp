@@ -96,7 +96,7 @@ std::int64_t inParts(int parts, double value) {
 template <typename T>
 void take(const Properties& properties, const char* name, T& field) {
   const auto property = properties.find(name);
-  if (property != properties.end()) field = valueOr<T>(property->second);
+  if (property != properties.end()) field = valueOr<T>(property->second, field);
 }
 
 }  // namespace
@@ -116,10 +116,10 @@ void UPowerDevice::update(const Properties& properties) {
   take(properties, "PowerSupply", powerSupply);
   take(properties, "IsPresent", isPresent);
   take(properties, "Online", online);
-  if (const auto found = properties.find("Percentage"); found != properties.end()) {
-    const bool isNumber = found->second.is_of_type(Glib::Variant<double>::variant_type());
-    percentage = isNumber ? std::optional(valueOr<double>(found->second)) : std::nullopt;
-  }
+  constexpr double kNotTold = -1;
+  double percent = percentage.value_or(kNotTold);
+  take(properties, "Percentage", percent);
+  if (percent != kNotTold) percentage = percent;
   take(properties, "Energy", energy);
   take(properties, "EnergyFull", energyFull);
   take(properties, "EnergyFullDesign", energyFullDesign);

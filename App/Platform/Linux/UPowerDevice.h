@@ -11,8 +11,8 @@
 
 namespace lumora {
 
-/// One device as UPower describes it (interface org.freedesktop.UPower.Device). A property that is
-/// missing or of another type than documented stays at the value here.
+/// One device as UPower describes it (interface org.freedesktop.UPower.Device). A property that was
+/// never told has the value here; one of another type than documented is passed over.
 struct UPowerDevice {
   enum class Type : std::uint32_t { unknown = 0, linePower = 1, battery = 2 };
   enum class State : std::uint32_t {

@@ -177,17 +177,6 @@ TEST_F(DefaultsStoreFile, KeepsTheEditOfAnotherProgramThroughOurWrite) {
   EXPECT_EQ(store.integerForKey("limit"), 75);
 }
 
-TEST_F(DefaultsStoreFile, IsKeptBesideWhenAnotherProgramBreaksIt) {
-  DefaultsStore store = storeWith(R"({"limit": 70})");
-  store.registerDefaults({{"limit", std::int64_t{80}}});
-  files.edit(kPath, R"({"limit": 75)");
-  store.synchronize();
-  EXPECT_EQ(store.integerForKey("limit"), 80);
-  store.set("on", true);
-  EXPECT_EQ(text(), "{\n  \"on\": true\n}\n");
-  EXPECT_EQ(files.text(kKept), R"({"limit": 75)");
-}
-
 TEST_F(DefaultsStoreFile, IsMadeAnewAfterAnotherProgramRemovedIt) {
   DefaultsStore store = storeWith(R"({"limit": 70})");
   files.remove(kPath);
@@ -221,6 +210,36 @@ TEST_F(DefaultsStoreFile, MayBeNestedDeeplyAndSurvives) {
   EXPECT_EQ(storeWith(deep).integerForKey("limit"), 70);
   const std::string abyss = "{\"limit\": 70, \"deep\": " + std::string(200'000, '[');
   EXPECT_EQ(storeWith(abyss).integerForKey("limit"), 0);
+}
+
+TEST_F(DefaultsStoreFile, HoldsWhatItKnewWhileAnotherProgramsEditIsBroken) {
+  DefaultsStore store = storeWith(R"({"limit": 70, "theirs": 1})");
+  files.edit(kPath, R"({"limit": 75,})");
+  store.synchronize();
+  EXPECT_EQ(store.integerForKey("limit"), 70);
+  store.set("on", true);
+  EXPECT_EQ(text(), "{\n  \"limit\": 70,\n  \"on\": true,\n  \"theirs\": 1\n}\n");
+  EXPECT_EQ(files.text(kKept), R"({"limit": 75,})");
+}
+
+TEST_F(DefaultsStoreFile, ForgetsWhatIsSetWhenTheFileIsDeleted) {
+  DefaultsStore store = storeWith(R"({"limit": 70})");
+  files.remove(kPath);
+  store.synchronize();
+  EXPECT_EQ(store.integerForKey("limit"), 0);
+}
+
+TEST_F(DefaultsStoreFile, HoldsWhatCouldNotBeWrittenThroughAnotherProgramsEdit) {
+  DefaultsStore store = storeWith(R"({"limit": 70})");
+  files.failsReplacing = true;
+  store.set("snoozeUntil", 5.5);
+  files.edit(kPath, R"({"limit": 75})");
+  store.synchronize();
+  EXPECT_EQ(store.integerForKey("limit"), 75);
+  EXPECT_EQ(store.doubleForKey("snoozeUntil"), 5.5);
+  files.failsReplacing = false;
+  store.set("on", true);
+  EXPECT_EQ(text(), "{\n  \"limit\": 75,\n  \"on\": true,\n  \"snoozeUntil\": 5.5\n}\n");
 }
 
 }  // namespace

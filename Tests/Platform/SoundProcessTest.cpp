@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Laptop.h"
-#include "Platform/Linux/CanberraPlayer.h"
+#include "Platform/Linux/SoundProcess.h"
 #include "Support/TemporaryFolder.h"
 #include "WaitFor.h"
 
@@ -15,22 +15,22 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class CanberraPlayerTest : public testing::Test {
+class SoundProcessTest : public testing::Test {
  protected:
   void SetUp() override { laptop.reset(); }
 
   Laptop laptop;
   TemporaryFolder sounds;
-  CanberraPlayer player{sounds.path()};
+  SoundProcess player{LUMORA_SOUND, sounds.path()};
 };
 
-TEST_F(CanberraPlayerTest, PlaysTheDesktopsSoundForAMessage) {
+TEST_F(SoundProcessTest, PlaysTheDesktopsSoundForAMessage) {
   player.play(DefaultSound{});
   EXPECT_TRUE(waitFor([&] { return !laptop.sounds().empty(); }));
   EXPECT_EQ(laptop.sounds(), std::vector<Glib::ustring>{kMessageSound});
 }
 
-TEST_F(CanberraPlayerTest, PlaysANamedSoundAndNothingForAnUnknownOne) {
+TEST_F(SoundProcessTest, PlaysANamedSoundAndNothingForAnUnknownOne) {
   std::filesystem::copy_file("/usr/share/sounds/freedesktop/stereo/bell.oga",
                              sounds.path() / "Ping.oga");
   player.play(Silence{});
@@ -41,13 +41,21 @@ TEST_F(CanberraPlayerTest, PlaysANamedSoundAndNothingForAnUnknownOne) {
   EXPECT_TRUE(laptop.sounds().front().raw().ends_with("Ping.oga"));
 }
 
-TEST_F(CanberraPlayerTest, NeverWaits) {
+TEST_F(SoundProcessTest, NeverWaits) {
   laptop.hang("sound");
   const auto start = std::chrono::steady_clock::now();
   for (int i = 0; i < 20; ++i) player.play(DefaultSound{});
   EXPECT_LT(std::chrono::steady_clock::now() - start, 200ms);
   laptop.resume("sound");
   EXPECT_TRUE(waitFor([&] { return !laptop.sounds().empty(); }));
+}
+
+TEST_F(SoundProcessTest, IsSilentWithoutItsProgram) {
+  SoundProcess none("/nowhere/lumora_sound", sounds.path());
+  none.play(DefaultSound{});
+  player.play(DefaultSound{});
+  EXPECT_TRUE(waitFor([&] { return !laptop.sounds().empty(); }));
+  EXPECT_EQ(laptop.sounds().size(), 1U);
 }
 
 TEST(SoundFile, StaysInTheFolderOfSounds) {
