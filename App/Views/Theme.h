@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "Views/Appearance.h"
+#include "Platform/Appearance.h"
 #include "Views/PopoverContent.h"
 
 #include <QColor>

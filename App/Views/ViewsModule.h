@@ -3,7 +3,7 @@
 #pragma once
 
 #include "AppModel.h"
-#include "Views/Appearance.h"
+#include "Platform/Appearance.h"
 
 #include <functional>
 #include <memory>

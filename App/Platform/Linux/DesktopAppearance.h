@@ -3,8 +3,8 @@
 #pragma once
 
 #include "Observable.h"
+#include "Platform/Appearance.h"
 #include "Platform/Linux/SignalSubscription.h"
-#include "Views/Appearance.h"
 
 #include <optional>
 
