@@ -78,5 +78,38 @@ TEST(MinutesAfterMidnight, GivesZeroForADateNoCalendarHolds) {
   }
 }
 
+TEST(StartOfDay, IsMidnightInTheZoneInForce) {
+  const ScopedTimeZone berlin("Europe/Berlin");
+  EXPECT_EQ(startOfDay(utc(2026, 11, 20, 13, 0)), utc(2026, 11, 19, 23, 0));
+  EXPECT_EQ(startOfDay(utc(2026, 11, 19, 23, 0)), utc(2026, 11, 19, 23, 0));
+  EXPECT_EQ(startOfDay(utc(2026, 11, 19, 22, 59)), utc(2026, 11, 18, 23, 0));
+}
+
+TEST(StartOfDay, CountsCalendarDaysOverTheChangesOfTheClocks) {
+  const ScopedTimeZone berlin("Europe/Berlin");
+  EXPECT_EQ(startOfDay(utc(2026, 3, 30, 12, 0), -1), utc(2026, 3, 28, 23, 0));
+  EXPECT_EQ(startOfDay(utc(2026, 3, 29, 12, 0), 1), utc(2026, 3, 29, 22, 0));
+  EXPECT_EQ(startOfDay(utc(2026, 10, 26, 12, 0), -1), utc(2026, 10, 24, 22, 0));
+  EXPECT_EQ(startOfDay(utc(2026, 3, 1, 12, 0), -1), utc(2026, 2, 27, 23, 0));
+  EXPECT_EQ(startOfDay(utc(2026, 1, 1, 12, 0), -1), utc(2025, 12, 30, 23, 0));
+}
+
+TEST(StartOfDay, IsTheFirstMomentWhereMidnightIsSkippedOrComesTwice) {
+  {
+    const ScopedTimeZone saoPaulo("America/Sao_Paulo");
+    EXPECT_EQ(startOfDay(utc(2018, 11, 4, 15, 0)), utc(2018, 11, 4, 3, 0));
+  }
+  {
+    const ScopedTimeZone havana("America/Havana");
+    EXPECT_EQ(startOfDay(utc(2025, 11, 2, 15, 0)), utc(2025, 11, 2, 4, 0));
+  }
+}
+
+TEST(StartOfDay, LeavesADateThatNoCalendarHoldsAsItIs) {
+  const Date far = dateSince1970(1e30);
+  EXPECT_EQ(startOfDay(far), far);
+  EXPECT_EQ(startOfDay(utc(2026, 1, 1, 0, 0), 1'000'000'000), utc(2026, 1, 1, 0, 0));
+}
+
 }  // namespace
 }  // namespace lumora::test
