@@ -70,6 +70,7 @@ std::vector<DaySummary> summarizeDays(std::span<const Sample> samples) {
   }
 
   std::vector<DaySummary> summaries;
+  summaries.reserve(days.size());
   for (const auto& [day, sums] : days) summaries.push_back(summary(day, sums));
   return summaries;
 }

@@ -57,7 +57,7 @@ DesktopAppearance::DesktopAppearance(const BusConnection& session) {
   }
 }
 
-void DesktopAppearance::take(const Glib::ustring& key, Glib::VariantBase value) {
+void DesktopAppearance::take(const Glib::ustring& key, const Glib::VariantBase& value) {
   Appearance appearance = *appearance_;
   if (key == "color-scheme") {
     appearance.colorScheme = colorScheme(valueOr<std::uint32_t>(value));

@@ -21,7 +21,7 @@ class DesktopAppearance {
   Observable<Appearance>& appearance() { return appearance_; }
 
  private:
-  void take(const Glib::ustring& key, Glib::VariantBase value);
+  void take(const Glib::ustring& key, const Glib::VariantBase& value);
 
   Observable<Appearance> appearance_{Appearance{}};
   std::optional<SignalSubscription> settingChanged_;
