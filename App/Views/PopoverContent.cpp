@@ -94,6 +94,7 @@ std::optional<BatteryContent> batteryContent(const BatteryState& state,
 std::vector<DayRow> dayRows(const std::vector<DaySummary>& summaries, const FormatDate& formatDay) {
   constexpr const char* kEnDash = "–";
   std::vector<DayRow> rows;
+  rows.reserve(summaries.size());
   for (const DaySummary& summary : summaries) {
     rows.push_back({.day = formatDay(summary.day),
                     .average = std::to_string(summary.avgPercent) + "%",

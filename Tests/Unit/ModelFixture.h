@@ -83,6 +83,7 @@ class ModelFixture : public testing::Test {
   /// Lays a history beside which the model will start: plugged in or not, so many seconds ago.
   void givenHistory(const std::vector<std::pair<double, bool>>& samples) {
     std::vector<Sample> list;
+    list.reserve(samples.size());
     for (const auto& [before, plugged] : samples) {
       list.push_back({secondsSince1970(clock.time) - before, 50, false, plugged});
     }

@@ -26,6 +26,7 @@ class DailySummariesTest : public testing::Test {
   static DaySummary dayOf(const std::vector<std::pair<double, std::int64_t>>& after,
                           bool charging = false) {
     std::vector<Sample> samples;
+    samples.reserve(after.size());
     for (const auto& [seconds, percent] : after) {
       samples.push_back(sample(utc(2026, 11, 20, 10, 0, seconds), percent, charging));
     }
@@ -82,8 +83,10 @@ TEST_F(DailySummariesTest, ReportTheStartValuesForPercentsBeyondTheScale) {
 TEST_F(DailySummariesTest, AgreeWithACalendarAskedForEachSample) {
   const ScopedTimeZone berlin("Europe/Berlin");
   // A week around the end of summer time.
+  constexpr int kMinutes = 7 * 24 * 60;
   std::vector<Sample> samples;
-  for (int minute = 0; minute < 7 * 24 * 60; ++minute) {
+  samples.reserve(kMinutes);
+  for (int minute = 0; minute < kMinutes; ++minute) {
     samples.push_back(
         sample(utc(2026, 10, 22, 0, 0, 60.0 * minute), minute % 101, minute % 300 < 120));
   }
