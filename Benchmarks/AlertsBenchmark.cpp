@@ -19,38 +19,37 @@ BatteryState pluggedInAbove(std::int64_t percent) {
   return state;
 }
 
-/// What nearly every refresh does: conditions in force that have been reminded of.
-void runWithNothingDue(::benchmark::State& state) {
+/// A machine plugged in at 85 % with every setting at its default.
+struct PluggedIn {
   const test::TemporaryFolder folder;
   LocalFiles files;
-  DefaultsStore defaults(files, folder.path() / "defaults.json");
+  DefaultsStore defaults{files, folder.path() / "defaults.json"};
   const Prefs prefs = Prefs::current(defaults);
   const BatteryState battery = pluggedInAbove(85);
   const Date now = dateSince1970(1'790'000'000);
-  const AlertEngine::Input input{
-      .state = battery, .since = now - Seconds(60), .now = now, .prefs = prefs, .canDeliver = true};
+
+  AlertEngine::Input since(Seconds ago) const {
+    return {.state = battery, .since = now - ago, .now = now, .prefs = prefs, .canDeliver = true};
+  }
+};
+
+/// What nearly every refresh does: conditions in force that have been reminded of.
+void runWithNothingDue(::benchmark::State& state) {
+  PluggedIn machine;
+  const AlertEngine::Input input = machine.since(Seconds(60));
   AlertEngine engine;
-  engine.run(input, defaults);
-  for (auto _ : state) ::benchmark::DoNotOptimize(engine.run(input, defaults));
+  engine.run(input, machine.defaults);
+  for (auto _ : state) ::benchmark::DoNotOptimize(engine.run(input, machine.defaults));
 }
 BENCHMARK(runWithNothingDue)->Unit(::benchmark::kMicrosecond);
 
 /// An alert each time: the charge limit and the long time, from the start.
 void runWithTwoDue(::benchmark::State& state) {
-  const test::TemporaryFolder folder;
-  LocalFiles files;
-  DefaultsStore defaults(files, folder.path() / "defaults.json");
-  const Prefs prefs = Prefs::current(defaults);
-  const BatteryState battery = pluggedInAbove(85);
-  const Date now = dateSince1970(1'790'000'000);
-  const AlertEngine::Input input{.state = battery,
-                                 .since = now - Seconds(9 * 3600),
-                                 .now = now,
-                                 .prefs = prefs,
-                                 .canDeliver = true};
+  PluggedIn machine;
+  const AlertEngine::Input input = machine.since(Seconds(9 * 3600));
   for (auto _ : state) {
     AlertEngine engine;
-    if (engine.run(input, defaults).size() != 2) state.SkipWithError("two alerts were due");
+    if (engine.run(input, machine.defaults).size() != 2) state.SkipWithError("two were due");
   }
 }
 BENCHMARK(runWithTwoDue)->Unit(::benchmark::kMicrosecond);

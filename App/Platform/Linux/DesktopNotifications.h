@@ -19,8 +19,8 @@
 
 namespace lumora {
 
-/// The notification server of the session (org.freedesktop.Notifications, Desktop Notifications
-/// Specification 1.2). Requests are sent one after the other, so that a later one can replace an
+/// The notification server of the session (org.freedesktop.Notifications, version 1.2 of its
+/// interface). Requests are sent one after the other, so that a later one can replace an
 /// earlier one by the id that the server gave it; ids are forgotten when the server goes. A server
 /// that plays sounds gets the sound as a hint; for any other it is played here.
 class DesktopNotifications final : public NotificationCentre, public sigc::trackable {

@@ -13,8 +13,7 @@ namespace lumora {
 /// The file of a named sound in a folder of sounds; its name cannot lead out of the folder.
 std::filesystem::path soundFile(const std::filesystem::path& folder, const NamedSound& sound);
 
-/// The desktop's event-sound name for a message that arrives, as in the freedesktop.org sound
-/// naming specification.
+/// The freedesktop.org name of the sound for a message that arrives.
 inline constexpr const char* kMessageSound = "message-new-instant";
 
 /// Plays each sound in a process of its own, which ends with the sound: the libraries that it takes
