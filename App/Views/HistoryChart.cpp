@@ -114,7 +114,7 @@ void HistoryChart::applyColors() {
     axis->grid()->setZeroLinePen(QPen(grid, 1));
   }
   plot_->xAxis->grid()->setVisible(false);
-  if (line_ != nullptr) line_->setPen(QPen(accent, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  line_->setPen(QPen(accent, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
   cursor_->setPen(QPen(grid, 1));
   tracer_->setPen(QPen(accent, 2));
   tracer_->setBrush(palette().color(QPalette::Window));
@@ -231,7 +231,9 @@ bool HistoryChart::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void HistoryChart::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) {
+  const bool looks = event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange;
+  // Not while the parts are still being made.
+  if (looks && label_ != nullptr) {
     applyColors();
     plot_->replot(QCustomPlot::rpQueuedReplot);
   }

@@ -44,10 +44,10 @@ class HistoryChart : public QStackedWidget {
 
   QLabel* empty_;
   QCustomPlot* plot_;
-  QCPGraph* line_;
-  QCPItemTracer* tracer_;
-  QCPItemLine* cursor_;
-  QCPItemText* label_;
+  QCPGraph* line_ = nullptr;
+  QCPItemTracer* tracer_ = nullptr;
+  QCPItemLine* cursor_ = nullptr;
+  QCPItemText* label_ = nullptr;
   std::vector<ChartPoint> points_;
   std::optional<std::size_t> pointed_;
   Date from_;
