@@ -19,12 +19,12 @@ TEST(MinutesAfterMidnight, CountsFromLocalMidnightInEachZone) {
     std::int64_t minutes;
   };
   const std::vector<Row> table = {
-      {"UTC", 12 * 60},
-      {"Europe/Berlin", 13 * 60},
-      {"America/New_York", 7 * 60},
+      {"UTC", std::int64_t{12} * 60},
+      {"Europe/Berlin", std::int64_t{13} * 60},
+      {"America/New_York", std::int64_t{7} * 60},
       {"Asia/Kolkata", 17 * 60 + 30},
       {"Asia/Kathmandu", 17 * 60 + 45},
-      {"Pacific/Kiritimati", 2 * 60},
+      {"Pacific/Kiritimati", std::int64_t{2} * 60},
       {"Pacific/Pago_Pago", 60},
   };
   for (const auto& [name, minutes] : table) {

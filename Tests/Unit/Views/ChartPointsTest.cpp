@@ -10,6 +10,7 @@ namespace {
 /// Samples at these seconds, their percents counted up.
 std::vector<Sample> at(const std::vector<double>& seconds) {
   std::vector<Sample> samples;
+  samples.reserve(seconds.size());
   for (const double second : seconds) {
     samples.push_back({second, static_cast<std::int64_t>(samples.size() % 101), false, false});
   }

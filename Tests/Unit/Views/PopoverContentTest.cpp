@@ -91,7 +91,7 @@ TEST(PopoverContent, ShowsTheEndOfASnoozeAlsoWhenItHasPassed) {
 
 TEST(PopoverContent, TintsTheCyclesByTheirNumber) {
   struct Case {
-    std::int64_t count;
+    std::int64_t count = 0;
     CycleBar bar;
   };
   for (const auto& [count, bar] : {
