@@ -16,6 +16,7 @@ namespace {
 
 bool placesItself() { return !QGuiApplication::platformName().startsWith("wayland"); }
 
+/// Null while no monitor is connected.
 QScreen* screenAt(const std::optional<ScreenPoint>& click) {
   QScreen* screen = click ? QGuiApplication::screenAt({click->x, click->y}) : nullptr;
   return screen != nullptr ? screen : QGuiApplication::primaryScreen();
@@ -45,8 +46,9 @@ void PopoverWindow::showAt(std::optional<ScreenPoint> click) {
 }
 
 void PopoverWindow::place() {
-  if (!placesItself()) return;
-  const QRect screen = screenAt(click_)->availableGeometry();
+  const QScreen* found = screenAt(click_);
+  if (!placesItself() || found == nullptr) return;
+  const QRect screen = found->availableGeometry();
   const ScreenPoint corner = popoverPlace(
       click_, {width(), height()}, {screen.x(), screen.y(), screen.width(), screen.height()});
   move(corner.x, corner.y);
