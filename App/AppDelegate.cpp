@@ -23,6 +23,8 @@ AppDelegate::AppDelegate(BusConnection session, std::function<void()> quit)
       quit_(std::move(quit)),
       bundle_(mainBundle()),
       defaults_(files_, settingsFolder() / "defaults.json"),
+      loginItem_(bundle_.location / "lumora", kApplicationId,
+                 AutostartEntry::configurationFolders()),
       soundPlayer_(bundle_.location / "lumora_sound", bundle_.location / "Resources" / "sounds"),
       permissions_(session_, kApplicationId),
       notifications_(session_, {kApplicationId, bundle_.location / "Resources" / "sounds"},
@@ -61,10 +63,11 @@ Observable<Appearance>& AppDelegate::appearance() {
   return appearance_->appearance();
 }
 
-/// The settings are the keys of a file: this shows the folder it lies in.
 void AppDelegate::openSettings() {
-  if (Views* views = views_.loaded()) views->closePopover();
-  Gio::AppInfo::launch_default_for_uri_async(Glib::filename_to_uri(settingsFolder().string()));
+  Views* views = views_.load();
+  if (views == nullptr) return;
+  views->closePopover();
+  views->showSettings();
 }
 
 }  // namespace lumora

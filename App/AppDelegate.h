@@ -3,6 +3,7 @@
 #pragma once
 
 #include "AppModel.h"
+#include "Platform/Linux/AutostartEntry.h"
 #include "Platform/Linux/DesktopAppearance.h"
 #include "Platform/Linux/DesktopNotifications.h"
 #include "Platform/Linux/LocalFiles.h"
@@ -36,6 +37,9 @@ class AppDelegate final : public ViewsHost {
 
   AppModel& model() override { return model_; }
   Date now() const override { return clock_.now(); }
+  DefaultsStore& defaults() override { return defaults_; }
+  LoginItem& loginItem() override { return loginItem_; }
+  SoundPlayer& soundPlayer() override { return soundPlayer_; }
   Observable<Appearance>& appearance() override;
   void openSettings() override;
   void quit() override { quit_(); }
@@ -51,6 +55,7 @@ class AppDelegate final : public ViewsHost {
   UPower powerSources_;
   PowerProfiles lowPowerMode_;
   Logind sleepEvents_;
+  AutostartEntry loginItem_;
   SoundProcess soundPlayer_;
   PermissionStore permissions_;
   DesktopNotifications notifications_;

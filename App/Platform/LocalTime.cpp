@@ -10,6 +10,7 @@ namespace lumora {
 namespace {
 
 constexpr std::time_t kHour = 3600;
+constexpr std::int64_t kMinutesOfDay = 24 * 60;
 
 std::optional<std::tm> localTime(std::time_t time) {
   std::tm local{};
@@ -60,6 +61,26 @@ Date startOfDay(Date date, std::int64_t days) {
   if (!sameDay(localTime(start), noon)) start += kHour;
   if (sameDay(localTime(start - kHour), noon)) start -= kHour;
   return dateSince1970(static_cast<double>(start));
+}
+
+std::optional<Date> timeOfDay(Date date, std::int64_t minutes) {
+  const auto today = localTime(date);
+  if (!today || minutes < 0 || minutes >= kMinutesOfDay) return std::nullopt;
+  std::tm wanted{};
+  wanted.tm_year = today->tm_year;
+  wanted.tm_mon = today->tm_mon;
+  wanted.tm_mday = today->tm_mday;
+  wanted.tm_hour = static_cast<int>(minutes / 60);
+  wanted.tm_min = static_cast<int>(minutes % 60);
+  wanted.tm_isdst = -1;
+  std::tm asked = wanted;
+  const Date found = dateSince1970(static_cast<double>(std::mktime(&asked)));
+  if (minutesAfterMidnight(found) == minutes) return found;
+
+  // Skipped: the clock as it went before the day began would have shown it then.
+  const auto before = localTime(startOfDay(date) - Seconds(1));
+  if (!before) return std::nullopt;
+  return dateSince1970(static_cast<double>(timegm(&wanted) - before->tm_gmtoff));
 }
 
 }  // namespace lumora

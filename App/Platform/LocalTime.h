@@ -5,6 +5,7 @@
 #include "Platform/Date.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace lumora {
 
@@ -16,5 +17,10 @@ std::int64_t minutesAfterMidnight(Date date);
 /// for a negative number), in the time zone in force now. It is not midnight where the clocks are
 /// put forward at that hour. `date` itself when no calendar can hold the result.
 Date startOfDay(Date date, std::int64_t days = 0);
+
+/// The moment at which the clock on the wall shows `minutes` after midnight on the local calendar
+/// day of `date`. A time that is skipped when the clocks are put forward moves on by the gap.
+/// Absent outside 0 to 1439 and when no calendar can hold the result.
+std::optional<Date> timeOfDay(Date date, std::int64_t minutes);
 
 }  // namespace lumora

@@ -3,12 +3,11 @@
 #include "Views/PopoverView.h"
 
 #include "Views/DateText.h"
-#include "Views/Theme.h"
+#include "Views/Labels.h"
 
 #include <QEvent>
 #include <QFrame>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QLocale>
 #include <QPushButton>
 #include <QTimer>
@@ -31,19 +30,6 @@ Layout* makeLayout(QWidget* widget, int spacing) {
   return layout;
 }
 
-QLabel* makeLabel(TextRole role, const QString& text = {}) {
-  auto* label = new QLabel(text);
-  label->setFont(fontFor(role));
-  label->setTextFormat(Qt::PlainText);
-  return label;
-}
-
-QLabel* makeWrapping(TextRole role, const QString& text = {}) {
-  QLabel* label = makeLabel(role, text);
-  label->setWordWrap(true);
-  return label;
-}
-
 std::string formatTime(Date date) {
   QString time = QLocale().toString(dateTime(date).time(), shortTimeFormat());
   // "2:35 PM" stays on one line.
@@ -52,12 +38,6 @@ std::string formatTime(Date date) {
 
 std::string formatDay(Date date) {
   return QLocale().toString(dateTime(date).date(), "ddd d").toStdString();
-}
-
-void setTextColor(QLabel* label, const QColor& color) {
-  QPalette palette = label->palette();
-  palette.setColor(QPalette::WindowText, color);
-  label->setPalette(palette);
 }
 
 }  // namespace

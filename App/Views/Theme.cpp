@@ -15,6 +15,13 @@ QColor mixed(const QColor& one, const QColor& other, double share) {
                           static_cast<float>(one.blueF() * share + other.blueF() * (1 - share)));
 }
 
+/// A little of the text's colour over whatever lies beneath.
+QColor veil(const QPalette& palette, double opacity) {
+  QColor color = palette.color(QPalette::Active, QPalette::WindowText);
+  color.setAlphaF(static_cast<float>(opacity));
+  return color;
+}
+
 QPalette plainPalette(bool dark) {
   const QColor window = dark ? QColor(0x2b, 0x2b, 0x2e) : QColor(0xf6, 0xf6, 0xf7);
   const QColor base = dark ? QColor(0x1f, 0x1f, 0x22) : Qt::white;
@@ -87,6 +94,18 @@ QColor raisedColor(const QPalette& palette) {
   return isDark(palette) ? palette.color(QPalette::Button).lighter(125)
                          : palette.color(QPalette::Base);
 }
+
+QColor cardColor(const QPalette& palette) {
+  return isDark(palette) ? veil(palette, 0.06) : palette.color(QPalette::Base);
+}
+
+QColor fieldColor(const QPalette& palette) { return veil(palette, isDark(palette) ? 0.16 : 0.08); }
+
+QColor troughColor(const QPalette& palette) { return veil(palette, isDark(palette) ? 0.25 : 0.2); }
+
+QColor hairlineColor(const QPalette& palette) { return veil(palette, 0.12); }
+
+QPen focusPen(const QPalette& palette) { return {colorOf(Tint::accent, palette), 2}; }
 
 QPalette paletteFor(const Appearance& appearance, const QPalette& desktops) {
   QPalette palette = desktops;

@@ -8,6 +8,7 @@
 #include <QColor>
 #include <QFont>
 #include <QPalette>
+#include <QPen>
 
 namespace lumora {
 
@@ -24,6 +25,21 @@ QColor secondaryColor(const QPalette& palette);
 
 /// For what stands out of its surroundings, like the chosen one of several.
 QColor raisedColor(const QPalette& palette);
+
+/// Of a card that lies on the window and holds what belongs together.
+QColor cardColor(const QPalette& palette);
+
+/// Of a place to press that lies on a card.
+QColor fieldColor(const QPalette& palette);
+
+/// Of what a knob moves in.
+QColor troughColor(const QPalette& palette);
+
+/// Between rows and around cards.
+QColor hairlineColor(const QPalette& palette);
+
+/// Around what the keyboard works on.
+QPen focusPen(const QPalette& palette);
 
 /// The palette that follows the desktop's wishes: its own where the scheme is already right.
 QPalette paletteFor(const Appearance& appearance, const QPalette& desktops);

@@ -4,6 +4,7 @@
 
 #include "Views/DisplayProbe.h"
 #include "Views/PopoverWindow.h"
+#include "Views/SettingsWindow.h"
 #include "Views/Theme.h"
 
 #include <QApplication>
@@ -32,6 +33,11 @@ class QtViews final : public Views {
   void showPopover(std::optional<ScreenPoint> click) override { popover_->showAt(click); }
   void closePopover() override { popover_->close(); }
 
+  void showSettings() override {
+    if (!settings_) settings_.emplace(host_);
+    settings_->present();
+  }
+
  private:
   void applyAppearance() {
     QApplication::setPalette(paletteFor(*host_.appearance(), desktopsPalette_));
@@ -46,6 +52,7 @@ class QtViews final : public Views {
   QPalette desktopsPalette_;
   Subscription appearanceChanged_;
   std::optional<PopoverWindow> popover_;
+  std::optional<SettingsWindow> settings_;
 };
 
 }  // namespace

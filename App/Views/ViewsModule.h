@@ -4,6 +4,8 @@
 
 #include "AppModel.h"
 #include "Platform/Appearance.h"
+#include "Platform/LoginItem.h"
+#include "Platform/SoundPlayer.h"
 
 #include <functional>
 #include <memory>
@@ -19,6 +21,9 @@ class ViewsHost {
 
   virtual AppModel& model() = 0;
   virtual Date now() const = 0;
+  virtual DefaultsStore& defaults() = 0;
+  virtual LoginItem& loginItem() = 0;
+  virtual SoundPlayer& soundPlayer() = 0;
   virtual Observable<Appearance>& appearance() = 0;
   virtual void openSettings() = 0;
   virtual void quit() = 0;
@@ -43,6 +48,9 @@ class Views {
   virtual void showPopover(std::optional<ScreenPoint> click) = 0;
 
   virtual void closePopover() = 0;
+
+  /// Shows the settings window, or brings it to the front.
+  virtual void showSettings() = 0;
 };
 
 /// The one function that the module of the views exports, by this name and type. Null when there

@@ -17,6 +17,17 @@ TO_END_SECONDS = 10
 REFRESH_SECONDS = 20
 
 
+def start_again(bundle):
+    """What a user does who looks for the popover; the exit code."""
+    return subprocess.run([pathlib.Path(bundle) / "lumora"], timeout=TO_END_SECONDS).returncode
+
+
+def windows(title):
+    """The visible windows of that title."""
+    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"], capture_output=True, text=True)
+    return found.stdout.split()
+
+
 class Lumora:
     """A running Lumora: `with Lumora(bundle) as lumora`. On leaving it is gone."""
 

@@ -10,22 +10,11 @@ import subprocess
 import sys
 import unittest
 
-from bundle import Lumora
+from bundle import Lumora, start_again, windows
 from remote import RemoteLaptop, wait_for
 
 BUNDLE = sys.argv.pop()
 WITHOUT_DISPLAY = {"DISPLAY": "", "WAYLAND_DISPLAY": ""}
-
-
-def start_again():
-    """What a user does who looks for the popover; the exit code."""
-    return subprocess.run([pathlib.Path(BUNDLE) / "lumora"], timeout=10).returncode
-
-
-def windows():
-    """The visible windows of Lumora."""
-    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Lumora$"], capture_output=True, text=True)
-    return found.stdout.split()
 
 
 class PopoverStory(unittest.TestCase):
@@ -46,29 +35,29 @@ class PopoverStory(unittest.TestCase):
         return "lumora_views" in pathlib.Path(f"/proc/{lumora.process.pid}/maps").read_text()
 
     def open(self):
-        self.assertEqual(start_again(), 0)
-        return wait_for(windows, 10, "the popover")[0]
+        self.assertEqual(start_again(BUNDLE), 0)
+        return wait_for(lambda: windows("Lumora"), 10, "the popover")[0]
 
     def test_opens_when_started_again_and_closes_the_next_time(self):
         lumora = self.running()
         self.assertFalse(self.is_loaded(lumora))
-        self.assertEqual(windows(), [])
+        self.assertEqual(windows("Lumora"), [])
         window = self.open()
         self.assertTrue(self.is_loaded(lumora))
         size = subprocess.check_output(["xdotool", "getwindowgeometry", "--shell", window], text=True)
         self.assertIn("WIDTH=340", size)
-        self.assertEqual(start_again(), 0)
-        wait_for(lambda: not windows(), 10, "its end")
+        self.assertEqual(start_again(BUNDLE), 0)
+        wait_for(lambda: not windows("Lumora"), 10, "its end")
         self.assertEqual(lumora.end(), 0)
 
     def test_closes_on_escape_and_on_a_click_elsewhere(self):
         self.running()
         self.open()
         subprocess.check_call(["xdotool", "key", "Escape"])
-        wait_for(lambda: not windows(), 10, "the end by Esc")
+        wait_for(lambda: not windows("Lumora"), 10, "the end by Esc")
         self.open()
         subprocess.check_call(["xdotool", "mousemove", "40", "700", "click", "1"])
-        wait_for(lambda: not windows(), 10, "the end by a click")
+        wait_for(lambda: not windows("Lumora"), 10, "the end by a click")
 
     def test_quits_by_its_button(self):
         lumora = self.running()
@@ -78,15 +67,15 @@ class PopoverStory(unittest.TestCase):
 
     def test_reminds_without_a_display(self):
         lumora = self.running(**WITHOUT_DISPLAY)
-        self.assertEqual(start_again(), 0)
+        self.assertEqual(start_again(BUNDLE), 0)
         self.laptop.set_battery(percent=15)
         wait_for(lambda: len(self.laptop.notifications()) == 2, 10, "the reminders")
         self.assertIsNone(lumora.process.poll())
-        self.assertEqual(windows(), [])
+        self.assertEqual(windows("Lumora"), [])
 
     def test_reminds_with_a_display_that_refuses(self):
         lumora = self.running(DISPLAY=":987")
-        self.assertEqual(start_again(), 0)
+        self.assertEqual(start_again(BUNDLE), 0)
         self.laptop.set_battery(percent=15)
         wait_for(lambda: len(self.laptop.notifications()) == 2, 10, "the reminders")
         self.assertIsNone(lumora.process.poll())

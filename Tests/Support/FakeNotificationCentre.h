@@ -32,7 +32,10 @@ class FakeNotificationCentre final : public NotificationCentre {
     questions_.push_back(std::move(answer));
   }
 
-  void requestAuthorization() override { record(recorder_, "request authorization"); }
+  void requestAuthorization() override {
+    record(recorder_, "request authorization");
+    ++requests;
+  }
 
   void add(NotificationRequest request) override {
     record(recorder_, "add " + request.identifier);
@@ -51,6 +54,7 @@ class FakeNotificationCentre final : public NotificationCentre {
 
   std::vector<NotificationCategory> categories;
   std::vector<NotificationRequest> added;
+  int requests = 0;  ///< How often leave to notify was asked for.
 
  private:
   Recorder* recorder_;

@@ -22,7 +22,7 @@ std::vector<Sample> minuteSamples(Date end, int minutes) {
 AppModel& FakeHost::model() {
   if (!model_) {
     model_.emplace(AppModel::Services{clock, runLoop, powerSources, lowPowerMode, sleepEvents,
-                                      centre, bundle, files, defaults, "/data"});
+                                      centre, bundle, files, store, "/data"});
   }
   return *model_;
 }

@@ -4,11 +4,13 @@
 
 #include "AppModel.h"
 #include "Support/FakeClock.h"
+#include "Support/FakeLoginItem.h"
 #include "Support/FakeLowPowerMode.h"
 #include "Support/FakeNotificationCentre.h"
 #include "Support/FakePowerSources.h"
 #include "Support/FakeRunLoop.h"
 #include "Support/FakeSleepEvents.h"
+#include "Support/FakeSoundPlayer.h"
 #include "Support/MemoryFiles.h"
 #include "Views/ViewsModule.h"
 
@@ -26,6 +28,9 @@ class FakeHost final : public ViewsHost {
  public:
   AppModel& model() override;
   Date now() const override { return clock.now(); }
+  DefaultsStore& defaults() override { return store; }
+  LoginItem& loginItem() override { return login; }
+  SoundPlayer& soundPlayer() override { return sounds; }
   Observable<Appearance>& appearance() override { return appearance_; }
   void openSettings() override { calls += "settings "; }
   void quit() override { calls += "quit "; }
@@ -45,7 +50,9 @@ class FakeHost final : public ViewsHost {
   FakeNotificationCentre centre;
   MemoryFiles files;
   Bundle bundle{"/Lumora.app", "org.lumora.Test"};
-  DefaultsStore defaults{files, "/config/defaults.json"};
+  FakeLoginItem login;
+  FakeSoundPlayer sounds;
+  DefaultsStore store{files, "/config/defaults.json"};
   std::string calls;
 
  private:

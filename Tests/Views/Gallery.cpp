@@ -1,13 +1,18 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Renders the popover in its states to pictures, to be looked at: gallery FOLDER
+// Renders the popover and the settings in their states to pictures, to be looked at: gallery FOLDER
 
 #include "FakeHost.h"
 #include "Views/PopoverWindow.h"
+#include "Views/SettingsWindow.h"
 #include "Views/Theme.h"
 
 #include <QApplication>
+#include <QDialog>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QToolButton>
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 
@@ -125,6 +130,70 @@ bool render(const Scene& scene, const std::filesystem::path& folder, const QPale
   return window.grab().save(QString::fromStdString(file.string()));
 }
 
+struct SettingsScene {
+  const char* name;
+  const char* settings = "{}";
+  bool dark = false;
+  double fontFactor = 1;
+  bool failing = false;
+  int scrolled = 0;
+  const char* dialog = nullptr;  // the control that opens it
+};
+
+std::vector<SettingsScene> settingsScenes() {
+  constexpr const char* kOff = R"({"limitEnabled": false, "lowEnabled": false,
+      "quietEnabled": true, "limit": 120, "low": 5, "lowSound": "Submarine"})";
+  return {
+      {.name = "settings"},
+      {.name = "settings-end", .failing = true, .scrolled = 2000},
+      {.name = "settings-changed", .settings = kOff},
+      {.name = "settings-quiet", .settings = kOff, .scrolled = 2000},
+      {.name = "settings-dark", .settings = kOff, .dark = true},
+      {.name = "settings-dark-end", .dark = true, .failing = true, .scrolled = 2000},
+      {.name = "settings-large", .fontFactor = 1.5},
+      {.name = "settings-permission", .dialog = "Charge limit"},
+      {.name = "settings-reset", .dark = true, .dialog = "Reset History…"},
+  };
+}
+
+bool render(const SettingsScene& scene, const std::filesystem::path& folder,
+            const QPalette& desktops) {
+  QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
+  const QFont font = QApplication::font();
+  QFont scaled = font;
+  scaled.setPointSizeF(font.pointSizeF() * scene.fontFactor);
+  QApplication::setFont(scaled);
+  FakeHost host;
+  host.clock.time = kNow;
+  host.files.edit("/config/defaults.json", scene.settings);
+  host.store.synchronize();
+  if (scene.failing) {
+    host.bundle.identifier.reset();
+    host.login.error = "Permission denied";
+  }
+  QApplication::setPalette(paletteFor(
+      {scene.dark ? Appearance::ColorScheme::dark : Appearance::ColorScheme::light, std::nullopt},
+      desktops));
+  SettingsWindow window(host);
+  window.present();
+  const QString pressed = scene.failing ? "Launch at Login" : scene.dialog;
+  for (auto* button : window.findChildren<QAbstractButton*>()) {
+    if (pressed.isEmpty()) break;
+    if (button->accessibleName() == pressed || button->text() == pressed) button->click();
+  }
+  host.centre.answerStatus(AuthorizationStatus::notDetermined);
+  host.runLoop.drain();
+  QApplication::processEvents();
+  window.findChild<QScrollArea*>()->verticalScrollBar()->setValue(scene.scrolled);
+  QApplication::processEvents();
+  const auto file = folder / (std::string(scene.name) + ".png");
+  auto* dialog = window.findChild<QDialog*>();
+  auto& shown = dialog != nullptr ? static_cast<QWidget&>(*dialog) : window;
+  const bool saved = shown.grab().save(QString::fromStdString(file.string()));
+  QApplication::setFont(font);
+  return saved;
+}
+
 }  // namespace
 }  // namespace lumora::test
 
@@ -135,9 +204,13 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   const QPalette desktops = QApplication::palette();
-  for (const auto& scene : lumora::test::scenes()) {
-    if (lumora::test::render(scene, folder, desktops)) continue;
-    std::cerr << "could not render " << scene.name << '\n';
-    return 1;
-  }
+  const auto renderAll = [&](const auto& scenes) {
+    return std::all_of(scenes.begin(), scenes.end(), [&](const auto& scene) {
+      const bool rendered = lumora::test::render(scene, folder, desktops);
+      if (!rendered) std::cerr << "could not render " << scene.name << '\n';
+      return rendered;
+    });
+  };
+  const bool popovers = renderAll(lumora::test::scenes());
+  return popovers && renderAll(lumora::test::settingsScenes()) ? 0 : 1;
 }

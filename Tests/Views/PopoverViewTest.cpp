@@ -84,7 +84,7 @@ TEST_F(PopoverViewTest, CancelsASnooze) {
   click("Cancel");
   QCoreApplication::processEvents();
   EXPECT_FALSE(*host.model().snoozeUntil());
-  EXPECT_EQ(Prefs::snoozeUntil(host.defaults, host.now()), std::nullopt);
+  EXPECT_EQ(Prefs::snoozeUntil(host.store, host.now()), std::nullopt);
   EXPECT_FALSE(button("Cancel")->isVisible());
 }
 

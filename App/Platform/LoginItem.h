@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace lumora {
+
+/// Whether the desktop starts this program at login.
+class LoginItem {
+ public:
+  virtual ~LoginItem() = default;
+
+  virtual bool isEnabled() const = 0;
+
+  /// The system's description of what went wrong; absent on success.
+  virtual std::optional<std::string> registerItem() = 0;
+
+  /// The same.
+  virtual std::optional<std::string> unregisterItem() = 0;
+};
+
+}  // namespace lumora
