@@ -19,6 +19,17 @@ class SoundProcessTest : public testing::Test {
  protected:
   void SetUp() override { laptop.reset(); }
 
+  /// The processes that were started here and have not been waited for.
+  static std::string children() {
+    std::string pids;
+    std::getline(std::ifstream("/proc/thread-self/children"), pids);
+    return pids;
+  }
+
+  static std::ptrdiff_t openFiles() {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+  }
+
   Laptop laptop;
   TemporaryFolder sounds;
   SoundProcess player{LUMORA_SOUND, sounds.path()};
@@ -56,6 +67,22 @@ TEST_F(SoundProcessTest, IsSilentWithoutItsProgram) {
   player.play(DefaultSound{});
   EXPECT_TRUE(waitFor([&] { return !laptop.sounds().empty(); }));
   EXPECT_EQ(laptop.sounds().size(), 1U);
+}
+
+TEST_F(SoundProcessTest, LeavesNothingBehindWithAndWithoutASoundServer) {
+  std::filesystem::copy_file("/usr/share/sounds/freedesktop/stereo/bell.oga",
+                             sounds.path() / "Ping.oga");
+  const auto open = openFiles();
+  const auto before = children();
+  // The second begins while the first plays.
+  for (int i = 0; i < 2; ++i) player.play(NamedSound{"Ping"});
+  EXPECT_TRUE(waitFor([&] { return laptop.sounds().size() == 2; }));
+  EXPECT_TRUE(waitFor([&] { return children() == before; }));
+  laptop.kill("sound");
+  for (int i = 0; i < 2; ++i) player.play(NamedSound{"Ping"});
+  EXPECT_NE(children(), before);
+  EXPECT_TRUE(waitFor([&] { return children() == before; }));
+  EXPECT_EQ(openFiles(), open);
 }
 
 TEST(SoundFile, StaysInTheFolderOfSounds) {
