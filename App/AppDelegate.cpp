@@ -39,7 +39,7 @@ AppDelegate::AppDelegate(BusConnection session, std::function<void()> quit)
               .files = files_,
               .defaults = defaults_,
               .applicationSupport = Glib::get_user_data_dir()}),
-      views_(bundle_.location / "lumora_views.so", *this) {}
+      viewsLoader_(bundle_.location / "lumora_views.so", *this) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
   powerSources_.whenReady(kPatienceAtLaunch, [this] { model_.start(); });
@@ -48,14 +48,24 @@ void AppDelegate::applicationDidFinishLaunching() {
 void AppDelegate::applicationWillTerminate() { model_.saveHistory(); }
 
 void AppDelegate::togglePopover(std::optional<ScreenPoint> click) {
-  Views* views = views_.load();
-  if (views == nullptr) return;
-  if (views->popoverShown()) {
-    views->closePopover();
-    return;
-  }
+  Views* shown = views();
+  if (shown == nullptr) return;
+  if (shown->popoverShown()) return shown->closePopover();
   model_.refresh(AppModel::Reason::change);
-  views->showPopover(click);
+  shown->showPopover(click);
+}
+
+/// The windows, which drive the main loop once they are there. Null without a display.
+Views* AppDelegate::views() {
+  if (Views* loaded = viewsLoader_.loaded()) return loaded;
+  Views* made = viewsLoader_.load();
+  if (made != nullptr) runLoop_.runSoon([made] { made->run(); });
+  return made;
+}
+
+void AppDelegate::quit() {
+  if (Views* loaded = viewsLoader_.loaded()) loaded->stop();
+  quit_();
 }
 
 Observable<Appearance>& AppDelegate::appearance() {
@@ -64,10 +74,10 @@ Observable<Appearance>& AppDelegate::appearance() {
 }
 
 void AppDelegate::openSettings() {
-  Views* views = views_.load();
-  if (views == nullptr) return;
-  views->closePopover();
-  views->showSettings();
+  Views* shown = views();
+  if (shown == nullptr) return;
+  shown->closePopover();
+  shown->showSettings();
 }
 
 }  // namespace lumora

@@ -42,9 +42,11 @@ class AppDelegate final : public ViewsHost {
   SoundPlayer& soundPlayer() override { return soundPlayer_; }
   Observable<Appearance>& appearance() override;
   void openSettings() override;
-  void quit() override { quit_(); }
+  void quit() override;
 
  private:
+  Views* views();
+
   BusConnection session_;
   std::function<void()> quit_;
   SystemClock clock_;
@@ -62,7 +64,7 @@ class AppDelegate final : public ViewsHost {
   AppModel model_;
   // From the first click on.
   std::optional<DesktopAppearance> appearance_;
-  ViewsLoader views_;
+  ViewsLoader viewsLoader_;
 };
 
 }  // namespace lumora

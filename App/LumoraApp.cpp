@@ -41,7 +41,7 @@ class LumoraApp : public Gio::Application {
   }
 
   static gboolean onSignal(gpointer app) {
-    static_cast<LumoraApp*>(app)->quit();
+    static_cast<LumoraApp*>(app)->delegate_->quit();
     return G_SOURCE_CONTINUE;
   }
 

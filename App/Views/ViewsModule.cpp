@@ -38,6 +38,9 @@ class QtViews final : public Views {
     settings_->present();
   }
 
+  void run() override { QApplication::exec(); }
+  void stop() override { QApplication::quit(); }
+
  private:
   void applyAppearance() {
     QApplication::setPalette(paletteFor(*host_.appearance(), desktopsPalette_));

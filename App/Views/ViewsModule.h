@@ -51,6 +51,11 @@ class Views {
 
   /// Shows the settings window, or brings it to the front.
   virtual void showSettings() = 0;
+
+  /// Drives the main loop until `stop`: some of what the windows need happens only between the
+  /// turns of the toolkit's own loop, such as sending what was said to a Wayland compositor.
+  virtual void run() = 0;
+  virtual void stop() = 0;
 };
 
 /// The one function that the module of the views exports, by this name and type. Null when there

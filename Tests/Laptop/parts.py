@@ -9,6 +9,7 @@ import socket
 from gi.repository import GLib
 
 from buses import call
+from panels import panel_services
 from services import BusService, FileService
 
 PARTS = ("upower", "profiles", "logind", "permissions", "notifications", "sound")
@@ -46,7 +47,7 @@ def all_services(system, session, environment, folder):
     return [
         _display(environment, folder), _windows(folder), _polkit(system), _upower(system, folder),
         _profiles(system), _logind(system), _permissions(session, folder), _notifications(session, folder),
-        _sound(folder)]
+        _sound(folder), *panel_services(session, environment)]
 
 
 def choice_file(folder):
