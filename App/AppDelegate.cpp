@@ -68,6 +68,11 @@ void AppDelegate::quit() {
   quit_();
 }
 
+/// From there the toolkit takes it, and hands it to the compositor with the window.
+void AppDelegate::takeActivationToken(const std::string& token) {
+  Glib::setenv("XDG_ACTIVATION_TOKEN", token);
+}
+
 Observable<Appearance>& AppDelegate::appearance() {
   if (!appearance_) appearance_.emplace(session_);
   return appearance_->appearance();

@@ -35,6 +35,9 @@ class AppDelegate final : public ViewsHost {
   /// Shows the popover on a fresh reading, or closes it. Without a display nothing happens.
   void togglePopover(std::optional<ScreenPoint> click);
 
+  /// The desktop's leave to take the focus with the next window.
+  static void takeActivationToken(const std::string& token);
+
   AppModel& model() override { return model_; }
   Date now() const override { return clock_.now(); }
   DefaultsStore& defaults() override { return defaults_; }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AppDelegate.h"
 #include "ApplicationId.h"
+#include "Platform/Linux/Variants.h"
 
 #include <csignal>
 #include <memory>
@@ -23,6 +24,8 @@ class LumoraApp : public Gio::Application {
     Gio::Application::on_startup();
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) g_unix_signal_add(signal, onSignal, this);
     hold();
+    add_action("settings", [this] { delegate_->openSettings(); });
+    add_action("quit", [this] { delegate_->quit(); });
     delegate_.emplace(get_dbus_connection(), [this] { quit(); });
     delegate_->applicationDidFinishLaunching();
   }
@@ -32,6 +35,15 @@ class LumoraApp : public Gio::Application {
     // The first start activates too; it only takes its place in the background.
     if (started_) delegate_->togglePopover(std::nullopt);
     started_ = true;
+  }
+
+  /// What a desktop hands over to the program it starts or asks for something.
+  void before_emit_vfunc(const Glib::VariantBase& platformData) override {
+    Gio::Application::before_emit_vfunc(platformData);
+    const auto given = lumora::valueOr<lumora::Properties>(platformData);
+    const auto token = given.find("activation-token");
+    if (token == given.end() || !delegate_) return;
+    delegate_->takeActivationToken(lumora::valueOr<Glib::ustring>(token->second));
   }
 
   void on_shutdown() override {

@@ -5,6 +5,7 @@
 #include "Views/ViewsModule.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace lumora {
 
@@ -34,6 +35,22 @@ inline ScreenPoint popoverPlace(std::optional<ScreenPoint> click, ScreenSize siz
   const bool upperHalf = click->y < screen.y + screen.height / 2;
   const int y = upperHalf ? click->y + kGap : click->y - size.height - kGap;
   return {std::clamp(click->x - size.width / 2, left, right), std::clamp(y, top, bottom)};
+}
+
+/// The click as the toolkit counts. Trays report it in its pixels or, `scale` times as many, in the
+/// display's; the pointer that clicked stands at one of the two, else the tray is believed. Absent
+/// for the origin, which trays report that do not know.
+inline std::optional<ScreenPoint> clickedAt(ScreenPoint reported, ScreenPoint pointer,
+                                            double scale) {
+  constexpr int kNear = 48;
+  const auto isNear = [&pointer](double x, double y) {
+    return std::abs(x - pointer.x) <= kNear && std::abs(y - pointer.y) <= kNear;
+  };
+  if (reported == ScreenPoint{}) return std::nullopt;
+  if (isNear(reported.x, reported.y) || isNear(reported.x / scale, reported.y / scale)) {
+    return pointer;
+  }
+  return reported;
 }
 
 }  // namespace lumora

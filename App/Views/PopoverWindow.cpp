@@ -4,9 +4,11 @@
 
 #include "Views/PopoverPlace.h"
 
+#include <QApplication>
+#include <QCursor>
 #include <QEvent>
-#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -36,7 +38,9 @@ PopoverWindow::PopoverWindow(ViewsHost& host)
 }
 
 void PopoverWindow::showAt(std::optional<ScreenPoint> click) {
-  click_ = click;
+  const QPoint pointer = QCursor::pos();
+  click_ =
+      click ? clickedAt(*click, {pointer.x(), pointer.y()}, devicePixelRatioF()) : std::nullopt;
   place();
   show();
   // What the content needs is known once it is shown.
@@ -54,9 +58,25 @@ void PopoverWindow::place() {
   move(corner.x, corner.y);
 }
 
+bool PopoverWindow::isShownToTheUser() const {
+  const bool justNow =
+      sinceDismissed_.isValid() && sinceDismissed_.elapsed() < QApplication::doubleClickInterval();
+  return isVisible() || justNow;
+}
+
+void PopoverWindow::dismiss() {
+  if (isVisible()) sinceDismissed_.start();
+  close();
+}
+
 bool PopoverWindow::event(QEvent* event) {
-  if (event->type() == QEvent::WindowDeactivate && !placesItself()) close();
+  if (event->type() == QEvent::WindowDeactivate && !placesItself()) dismiss();
   return QWidget::event(event);
+}
+
+/// A popup hears of clicks elsewhere, too.
+void PopoverWindow::mousePressEvent(QMouseEvent* event) {
+  if (!rect().contains(event->pos())) dismiss();
 }
 
 void PopoverWindow::keyPressEvent(QKeyEvent* event) {

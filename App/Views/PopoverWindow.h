@@ -4,6 +4,7 @@
 
 #include "Views/PopoverView.h"
 
+#include <QElapsedTimer>
 #include <QWidget>
 #include <optional>
 
@@ -18,16 +19,23 @@ class PopoverWindow : public QWidget {
 
   void showAt(std::optional<ScreenPoint> click);
 
+  /// Whether it is shown, or was until a moment ago when the user turned elsewhere: a click on the
+  /// tray's item closes it first, and then asks for it.
+  bool isShownToTheUser() const;
+
  protected:
   bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
  private:
   void place();
+  void dismiss();
 
   std::optional<ScreenPoint> click_;
+  QElapsedTimer sinceDismissed_;
 };
 
 }  // namespace lumora

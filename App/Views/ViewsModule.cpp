@@ -29,7 +29,7 @@ class QtViews final : public Views {
     popover_.emplace(host_);
   }
 
-  bool popoverShown() const override { return popover_->isVisible(); }
+  bool popoverShown() const override { return popover_->isShownToTheUser(); }
   void showPopover(std::optional<ScreenPoint> click) override { popover_->showAt(click); }
   void closePopover() override { popover_->close(); }
 

@@ -42,6 +42,7 @@ class Views {
  public:
   virtual ~Views() = default;
 
+  /// Also true right after a click elsewhere closed it: that click may be the one that asks.
   virtual bool popoverShown() const = 0;
 
   /// Shows the popover at the click; without one, where the desktop's tray usually is.

@@ -34,6 +34,21 @@ TEST(PopoverWindow, ClosesOnEscape) {
   EXPECT_FALSE(window.isVisible());
 }
 
+TEST(PopoverWindow, StaysClosedForTheClickThatClosedIt) {
+  FakeHost host;
+  PopoverWindow window(host);
+  EXPECT_FALSE(window.isShownToTheUser());
+  window.showAt(ScreenPoint{400, 10});
+  EXPECT_TRUE(window.isShownToTheUser());
+  QTest::mouseClick(&window, Qt::LeftButton, {}, {-20, -20});
+  EXPECT_FALSE(window.isVisible());
+  EXPECT_TRUE(window.isShownToTheUser());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !window.isShownToTheUser(); }));
+  window.showAt(ScreenPoint{400, 10});
+  QTest::keyClick(&window, Qt::Key_Escape);
+  EXPECT_FALSE(window.isShownToTheUser());
+}
+
 TEST(PopoverWindow, IsAsLargeAsItsContent) {
   FakeHost host;
   host.setBattery(73);
@@ -86,6 +101,17 @@ TEST(PopoverPlace, StaysOnTheScreenAtTheClick) {
 
 TEST(PopoverPlace, KeepsTheTopOfAPopoverThatIsTooTall) {
   EXPECT_EQ(popoverPlace(ScreenPoint{100, 590}, {340, 900}, {0, 0, 800, 600}), (ScreenPoint{8, 8}));
+}
+
+TEST(PopoverPlace, KnowsTheClickWhicheverPixelsTheTrayCounts) {
+  const ScreenPoint pointer{1150, 14};
+  EXPECT_EQ(clickedAt({1150, 14}, pointer, 1), pointer);
+  EXPECT_EQ(clickedAt({1140, 28}, pointer, 1), pointer);  // the item's corner
+  EXPECT_EQ(clickedAt({1150, 14}, pointer, 2), pointer);
+  EXPECT_EQ(clickedAt({2300, 28}, pointer, 2), pointer);
+  // Chosen with the keyboard: the pointer is elsewhere.
+  EXPECT_EQ(clickedAt({1150, 14}, {300, 500}, 1), (ScreenPoint{1150, 14}));
+  EXPECT_EQ(clickedAt({0, 0}, pointer, 1), std::nullopt);
 }
 
 }  // namespace
