@@ -1,0 +1,63 @@
+# SPDX-FileCopyrightText: 2026 The Lumora authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""What is on the screen: pictures to compare and to keep."""
+
+import os
+import pathlib
+import subprocess
+
+PICTURES = pathlib.Path(os.environ.get("LUMORA_PICTURES", "pictures")).resolve()
+
+
+class Picture:
+    """The pixels of a screen, taken by a command that writes a portable pixmap."""
+
+    def __init__(self, command):
+        data = subprocess.check_output(command)
+        kind, size, depth, pixels = data.split(b"\n", 3)
+        if (kind, depth) != (b"P6", b"255"):
+            raise ValueError(f"not such a picture: {data[:20]}")
+        self.width, self.height = map(int, size.split())
+        self._pixels = pixels
+
+    def pixel(self, x, y):
+        """Its colour: three bytes."""
+        start = (y * self.width + x) * 3
+        return self._pixels[start:start + 3]
+
+    def area(self, left, top, right, bottom):
+        """The pixels of a rectangle, to be compared."""
+        return tuple(self._pixels[(y * self.width + left) * 3:(y * self.width + right) * 3]
+                     for y in range(top, bottom))
+
+    def item_in_panel(self, height):
+        """The rectangle of what lies in the panel at the top whose left end is empty, or None."""
+        empty = {self.pixel(1, y): None for y in range(1, height - 1)}
+        found = [(x, y) for x in range(self.width) for y in range(1, height - 1) if self.pixel(x, y) not in empty]
+        if not found:
+            return None
+        columns, rows = zip(*found)
+        return min(columns), min(rows), max(columns) + 1, max(rows) + 1
+
+    def keep(self, name, box=None, factor=1):
+        """Write it, or a rectangle of it magnified, into the folder of pictures."""
+        PICTURES.mkdir(parents=True, exist_ok=True)
+        left, top, right, bottom = box or (0, 0, self.width, self.height)
+        rows = []
+        for y in range(top, bottom):
+            row = b"".join(self.pixel(x, y) * factor for x in range(left, right))
+            rows.append(row * factor)
+        header = b"P6\n%d %d\n255\n" % ((right - left) * factor, (bottom - top) * factor)
+        file = PICTURES / f"{name}.png"
+        subprocess.run(["convert", "ppm:-", file], input=header + b"".join(rows), check=True)
+        return file
+
+
+def x_screen():
+    """The X display as it looks now."""
+    return Picture(["import", "-window", "root", "-depth", "8", "ppm:-"])
+
+
+def wayland_screen():
+    """The Wayland compositor's screen as it looks now."""
+    return Picture(["grim", "-t", "ppm", "-"])
