@@ -3,7 +3,11 @@
 #include "AppDelegate.h"
 
 #include "ApplicationId.h"
+#include "ModuleFunction.h"
 #include "Platform/Linux/MainBundle.h"
+#include "Platform/Linux/TimeText.h"
+#include "StatusItem.h"
+#include "TrayIcon/TrayIcon.h"
 
 #include <utility>
 
@@ -42,7 +46,54 @@ AppDelegate::AppDelegate(BusConnection session, std::function<void()> quit)
       viewsLoader_(bundle_.location / "lumora_views.so", *this) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
-  powerSources_.whenReady(kPatienceAtLaunch, [this] { model_.start(); });
+  defaults_.registerDefaults(Prefs::defaults());
+  makeStatusItem();
+  powerSources_.whenReady(kPatienceAtLaunch, [this] {
+    model_.start();
+    updateStatusItem();
+  });
+}
+
+void AppDelegate::makeStatusItem() {
+  statusItem_.emplace(
+      session_,
+      StatusNotifierItem::Identity{
+          .id = "lumora", .title = "Lumora", .iconThemePath = bundle_.location / "Resources/icons"},
+      StatusNotifierItem::Callbacks{
+          .activated = [this](ScreenPoint click) { togglePopover(click); },
+          .activationToken = takeActivationToken,
+          .menu = [this] { return menu(); },
+          .draw = [this](const DrawnIcon& icon) { return draw(icon); }});
+  // A change of the state is announced before it happens.
+  const auto update = [this] { runLoop_.runSoon([this] { updateStatusItem(); }); };
+  subscriptions_ = {model_.state().subscribe(update), defaults_.subscribe(update)};
+}
+
+void AppDelegate::updateStatusItem() {
+  const auto hasImage = [this](const std::string& name) {
+    std::error_code error;
+    return std::filesystem::exists(bundle_.location / "Resources/icons" / (iconName(name) + ".svg"),
+                                   error);
+  };
+  statusItem_->show(statusItemContent(*model_.state(), Prefs::current(defaults_), hasImage));
+}
+
+/// Nothing where the module is missing: then the item has its text in the tooltip alone.
+std::vector<Icon> AppDelegate::draw(const DrawnIcon& icon) const {
+  const auto drawer =
+      moduleFunction<DrawTrayIcon>(bundle_.location / "lumora_icon.so", kDrawTrayIconName);
+  std::vector<Icon> drawn;
+  if (drawer != nullptr) drawer(icon, drawn);
+  return drawn;
+}
+
+Menu AppDelegate::menu() {
+  return statusMenu(*model_.state(), *model_.snoozeUntil(), timeOfDayText,
+                    {.open = [this] { togglePopover(std::nullopt); },
+                     .snooze = [this] { model_.snooze(); },
+                     .cancelSnooze = [this] { model_.cancelSnooze(); },
+                     .openSettings = [this] { openSettings(); },
+                     .quit = [this] { quit(); }});
 }
 
 void AppDelegate::applicationWillTerminate() { model_.saveHistory(); }

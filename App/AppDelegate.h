@@ -12,6 +12,7 @@
 #include "Platform/Linux/PermissionStore.h"
 #include "Platform/Linux/PowerProfiles.h"
 #include "Platform/Linux/SoundProcess.h"
+#include "Platform/Linux/StatusNotifierItem.h"
 #include "Platform/Linux/SystemClock.h"
 #include "Platform/Linux/UPower.h"
 #include "ViewsLoader.h"
@@ -49,6 +50,10 @@ class AppDelegate final : public ViewsHost {
 
  private:
   Views* views();
+  void makeStatusItem();
+  void updateStatusItem();
+  std::vector<Icon> draw(const DrawnIcon& icon) const;
+  Menu menu();
 
   BusConnection session_;
   std::function<void()> quit_;
@@ -65,6 +70,8 @@ class AppDelegate final : public ViewsHost {
   PermissionStore permissions_;
   DesktopNotifications notifications_;
   AppModel model_;
+  std::optional<StatusNotifierItem> statusItem_;
+  std::vector<Subscription> subscriptions_;
   // From the first click on.
   std::optional<DesktopAppearance> appearance_;
   ViewsLoader viewsLoader_;

@@ -1,0 +1,173 @@
+# SPDX-FileCopyrightText: 2026 The Lumora authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The item in Xfce's panel as a user meets it: seen through a day of the battery, clicked, its menu, its
+panel restarted. The pictures are kept. Run it in the simulated laptop with its panel: tray.py BUNDLE
+"""
+
+import os
+import subprocess
+import sys
+import unittest
+
+from gi.repository import Gio, GLib
+
+from bundle import Lumora, start_again, windows
+from remote import RemoteLaptop, wait_for
+from screen import x_screen
+
+BUNDLE = sys.argv.pop()
+SCALE = int(os.environ.get("GDK_SCALE", "1"))
+PANEL_HEIGHT = 28 * SCALE
+ITEM = "org.kde.StatusNotifierItem"
+POPOVER, SETTINGS = "Lumora", "Lumora Settings"
+
+
+def click(x, y, button=1):
+    """A click of the mouse on the screen."""
+    subprocess.check_call(["xdotool", "mousemove", "--sync", str(x), str(y), "click", str(button)])
+
+
+def key(*names):
+    """Press keys in the window that has the focus."""
+    subprocess.check_call(["xdotool", "key", "--delay", "30", *names])
+
+
+def geometry(window):
+    """Left, top, width and height of a window."""
+    told = subprocess.check_output(["xdotool", "getwindowgeometry", "--shell", window], text=True)
+    values = dict(line.split("=") for line in told.split())
+    return tuple(int(values[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
+
+
+class TrayStory(unittest.TestCase):
+    """Each story has a Lumora of its own in the same panel."""
+
+    def setUp(self):
+        self.laptop = RemoteLaptop()
+        self.laptop.reset()
+        self.bus = Gio.bus_get_sync(Gio.BusType.SESSION, None)
+
+    def running(self):
+        """A Lumora whose item is in the panel."""
+        lumora = self.enterContext(Lumora(BUNDLE))
+        self.box = wait_for(lambda: x_screen().item_in_panel(PANEL_HEIGHT), 10, "the item")
+        return lumora
+
+    def item(self):
+        """The middle of the item on the screen."""
+        left, top, right, bottom = self.box
+        return (left + right) // 2, (top + bottom) // 2
+
+    def image(self):
+        return x_screen().area(*self.box)
+
+    def wait_until_it_looks_other_than(self, before, what):
+        wait_for(lambda: self.image() != before, 10, what)
+        # All of it: the panel may draw in two steps.
+        wait_for(lambda: self.image() == self.image(), 10, what)
+        return self.image()
+
+    def property(self, name):
+        """A property of the item on the bus."""
+        owners = self.bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                                    "GetNameOwner", GLib.Variant("(s)", ("org.lumora.Lumora",)), None, 0, -1, None)
+        told = self.bus.call_sync(owners.unpack()[0], "/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get",
+                                  GLib.Variant("(ss)", (ITEM, name)), None, 0, -1, None)
+        return told.unpack()[0]
+
+    def test_shows_a_day_of_the_battery(self):
+        self.running()
+        looks = {}
+        before = self.image()
+        looks["60-on-battery"] = before
+        for percent, status in ((35, "Discharging"), (9, "Discharging"), (9, "Charging"), (80, "Charging"),
+                                (100, "Full")):
+            self.laptop.set_adapter(status != "Discharging")
+            self.laptop.set_battery(percent=percent, status=status)
+            before = self.wait_until_it_looks_other_than(before, f"{percent} % {status}")
+            looks[f"{percent}-{status.lower()}"] = before
+            x_screen().keep(f"tray-x{SCALE}-{percent}-{status.lower()}", self.box, 6 // SCALE)
+        self.assertEqual(len(set(looks.values())), len(looks), "each state looks like itself")
+
+    def test_opens_the_popover_below_itself_and_closes_it(self):
+        self.running()
+        click(*self.item())
+        window = wait_for(lambda: windows(POPOVER), 10, "the popover")[0]
+        left, top, width, height = geometry(window)
+        self.assertEqual(width, 340 * SCALE)
+        self.assertGreaterEqual(top, PANEL_HEIGHT - 4)
+        self.assertLess(top, PANEL_HEIGHT + 40 * SCALE)
+        self.assertLessEqual(left + width, 1280)
+        self.assertLessEqual(top + height, 1024)
+        self.assertLess(abs(left + width / 2 - self.item()[0]), width)
+        wait_for(lambda: len(set(x_screen().area(left, top, left + width, top + 200))) > 20, 10, "its content")
+        x_screen().keep(f"popover-x{SCALE}")
+        click(*self.item())
+        wait_for(lambda: not windows(POPOVER), 10, "its end by a second click")
+        # The click that closes it does not open it again.
+        click(*self.item())
+        wait_for(lambda: windows(POPOVER), 10, "the popover by a third click")
+        key("Escape")
+        wait_for(lambda: not windows(POPOVER), 10, "its end by Esc")
+        click(*self.item())
+        wait_for(lambda: windows(POPOVER), 10, "the popover")
+        click(40, 700)
+        wait_for(lambda: not windows(POPOVER), 10, "its end by a click elsewhere")
+
+    def test_follows_the_settings(self):
+        lumora = self.running()
+        with_percent = self.image()
+        self.assertEqual(self.property("ToolTip")[2:], ("On battery, 2 h 42 min left", ""))
+        subprocess.check_call(["gapplication", "action", "org.lumora.Lumora", "settings"])
+        window = wait_for(lambda: windows(SETTINGS), 10, "the settings")[0]
+        subprocess.check_call(["xdotool", "windowfocus", "--sync", window])
+        key(*["Tab"] * 18, "space")
+        wait_for(lambda: lumora.settings().get("showTime"), 10, "the setting")
+        wait_for(lambda: self.property("ToolTip")[3] == "60% · 2:42", 10, "the tooltip")
+        x_screen().keep(f"settings-x{SCALE}")
+        key("shift+Tab", "space")
+        wait_for(lambda: lumora.settings().get("showPercent") is False, 10, "the setting")
+        self.wait_until_it_looks_other_than(with_percent, "the symbol without a number")
+        x_screen().keep(f"tray-x{SCALE}-symbol", self.box, 6 // SCALE)
+        self.assertEqual(self.property("IconName"), "lumora-battery-50-symbolic")
+
+    def test_has_a_menu(self):
+        lumora = self.running()
+        before = x_screen()
+        click(*self.item(), button=3)
+        wait_for(lambda: x_screen().area(1000, 40, 1280, 140) != before.area(1000, 40, 1280, 140), 10, "the menu")
+        x_screen().keep(f"menu-x{SCALE}")
+        # The state cannot be chosen, so the second line is the snooze.
+        key("Down", "Down", "Return")
+        wait_for(lambda: lumora.settings().get("snoozeUntil"), 10, "the snooze")
+        click(*self.item(), button=3)
+        wait_for(lambda: x_screen().area(1000, 40, 1280, 140) != before.area(1000, 40, 1280, 140), 10, "the menu")
+        key("Up", "Return")
+        self.assertEqual(lumora.process.wait(10), 0)
+        wait_for(lambda: x_screen().item_in_panel(PANEL_HEIGHT) is None, 10, "the end of the item")
+
+    def test_comes_back_with_the_panel(self):
+        self.running()
+        for end in (self.laptop.stop, self.laptop.kill):
+            end("panel")
+            self.laptop.start("panel")
+            self.box = wait_for(lambda: x_screen().item_in_panel(PANEL_HEIGHT), 10, "the item again")
+        click(*self.item())
+        wait_for(lambda: windows(POPOVER), 10, "the popover")
+
+    def test_comes_when_the_panel_comes_later(self):
+        self.laptop.stop("panel")
+        lumora = self.enterContext(Lumora(BUNDLE))
+        wait_for(lumora.history, 10, "the first sample")
+        self.assertEqual(start_again(BUNDLE), 0)
+        wait_for(lambda: windows(POPOVER), 10, "the popover without a tray")
+        self.laptop.set_battery(percent=15)
+        wait_for(lambda: len(self.laptop.notifications()) == 2, 10, "the reminders without a tray")
+        self.assertEqual(start_again(BUNDLE), 0)
+        wait_for(lambda: not windows(POPOVER), 10, "the end of the popover")
+        self.laptop.start("panel")
+        wait_for(lambda: x_screen().item_in_panel(PANEL_HEIGHT), 10, "the item")
+
+
+if __name__ == "__main__":
+    unittest.main()
