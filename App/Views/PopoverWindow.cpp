@@ -64,6 +64,11 @@ bool PopoverWindow::isShownToTheUser() const {
   return isVisible() || justNow;
 }
 
+void PopoverWindow::hideFromTheUser() {
+  sinceDismissed_.invalidate();
+  close();
+}
+
 void PopoverWindow::dismiss() {
   if (isVisible()) sinceDismissed_.start();
   close();

@@ -23,6 +23,8 @@ class PopoverWindow : public QWidget {
   /// tray's item closes it first, and then asks for it.
   bool isShownToTheUser() const;
 
+  void hideFromTheUser();
+
  protected:
   bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;

@@ -31,7 +31,7 @@ class QtViews final : public Views {
 
   bool popoverShown() const override { return popover_->isShownToTheUser(); }
   void showPopover(std::optional<ScreenPoint> click) override { popover_->showAt(click); }
-  void closePopover() override { popover_->close(); }
+  void closePopover() override { popover_->hideFromTheUser(); }
 
   void showSettings() override {
     if (!settings_) settings_.emplace(host_);

@@ -17,6 +17,12 @@ TO_END_SECONDS = 10
 REFRESH_SECONDS = 20
 
 
+def forget():
+    """Have no history and no settings, as before the first start."""
+    for folder, file in (("XDG_DATA_HOME", "history.json"), ("XDG_CONFIG_HOME", "defaults.json")):
+        (pathlib.Path(os.environ[folder]) / "Lumora" / file).unlink(missing_ok=True)
+
+
 def start_again(bundle):
     """What a user does who looks for the popover; the exit code."""
     return subprocess.run([pathlib.Path(bundle) / "lumora"], timeout=TO_END_SECONDS).returncode

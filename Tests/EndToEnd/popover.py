@@ -4,13 +4,12 @@
 elsewhere, absent where there is no display. Run it in the simulated laptop: popover.py BUNDLE
 """
 
-import os
 import pathlib
 import subprocess
 import sys
 import unittest
 
-from bundle import Lumora, start_again, windows
+from bundle import Lumora, forget, start_again, windows
 from remote import RemoteLaptop, wait_for
 
 BUNDLE = sys.argv.pop()
@@ -23,6 +22,7 @@ class PopoverStory(unittest.TestCase):
     def setUp(self):
         self.laptop = RemoteLaptop()
         self.laptop.reset()
+        forget()
 
     def running(self, **environment):
         """A Lumora that has taken its first reading."""
@@ -79,10 +79,6 @@ class PopoverStory(unittest.TestCase):
         self.laptop.set_battery(percent=15)
         wait_for(lambda: len(self.laptop.notifications()) == 2, 10, "the reminders")
         self.assertIsNone(lumora.process.poll())
-
-    def tearDown(self):
-        history = pathlib.Path(os.environ["XDG_DATA_HOME"]) / "Lumora" / "history.json"
-        history.unlink(missing_ok=True)
 
 
 if __name__ == "__main__":

@@ -11,7 +11,7 @@ import unittest
 
 from gi.repository import Gio, GLib
 
-from bundle import Lumora, start_again, windows
+from bundle import Lumora, forget, start_again, windows
 from remote import RemoteLaptop, wait_for
 from screen import x_screen
 
@@ -24,7 +24,7 @@ POPOVER, SETTINGS = "Lumora", "Lumora Settings"
 
 def click(x, y, button=1):
     """A click of the mouse on the screen."""
-    subprocess.check_call(["xdotool", "mousemove", "--sync", str(x), str(y), "click", str(button)])
+    subprocess.check_call(["xdotool", "mousemove", str(x), str(y), "click", str(button)])
 
 
 def key(*names):
@@ -45,6 +45,7 @@ class TrayStory(unittest.TestCase):
     def setUp(self):
         self.laptop = RemoteLaptop()
         self.laptop.reset()
+        forget()
         self.bus = Gio.bus_get_sync(Gio.BusType.SESSION, None)
 
     def running(self):
@@ -66,6 +67,22 @@ class TrayStory(unittest.TestCase):
         # All of it: the panel may draw in two steps.
         wait_for(lambda: self.image() == self.image(), 10, what)
         return self.image()
+
+    def open_again(self):
+        """With a click, and where it was so soon that it counts as the one that closed the popover, another."""
+        click(*self.item())
+        try:
+            wait_for(lambda: windows(POPOVER), 1, "the popover")
+        except TimeoutError:
+            click(*self.item())
+            wait_for(lambda: windows(POPOVER), 10, "the popover")
+
+    def open_menu(self):
+        """With the other button; the panel draws it below the item."""
+        below = (self.box[0] - 80 * SCALE, 40 * SCALE, self.box[2], 140 * SCALE)
+        before = x_screen().area(*below)
+        click(*self.item(), button=3)
+        wait_for(lambda: x_screen().area(*below) != before, 10, "the menu")
 
     def property(self, name):
         """A property of the item on the bus."""
@@ -97,16 +114,15 @@ class TrayStory(unittest.TestCase):
         self.assertEqual(width, 340 * SCALE)
         self.assertGreaterEqual(top, PANEL_HEIGHT - 4)
         self.assertLess(top, PANEL_HEIGHT + 40 * SCALE)
-        self.assertLessEqual(left + width, 1280)
-        self.assertLessEqual(top + height, 1024)
+        screen = x_screen()
+        self.assertLessEqual(left + width, screen.width)
+        self.assertLessEqual(top + height, screen.height)
         self.assertLess(abs(left + width / 2 - self.item()[0]), width)
         wait_for(lambda: len(set(x_screen().area(left, top, left + width, top + 200))) > 20, 10, "its content")
         x_screen().keep(f"popover-x{SCALE}")
         click(*self.item())
         wait_for(lambda: not windows(POPOVER), 10, "its end by a second click")
-        # The click that closes it does not open it again.
-        click(*self.item())
-        wait_for(lambda: windows(POPOVER), 10, "the popover by a third click")
+        self.open_again()
         key("Escape")
         wait_for(lambda: not windows(POPOVER), 10, "its end by Esc")
         click(*self.item())
@@ -133,15 +149,12 @@ class TrayStory(unittest.TestCase):
 
     def test_has_a_menu(self):
         lumora = self.running()
-        before = x_screen()
-        click(*self.item(), button=3)
-        wait_for(lambda: x_screen().area(1000, 40, 1280, 140) != before.area(1000, 40, 1280, 140), 10, "the menu")
+        self.open_menu()
         x_screen().keep(f"menu-x{SCALE}")
         # The state cannot be chosen, so the second line is the snooze.
         key("Down", "Down", "Return")
         wait_for(lambda: lumora.settings().get("snoozeUntil"), 10, "the snooze")
-        click(*self.item(), button=3)
-        wait_for(lambda: x_screen().area(1000, 40, 1280, 140) != before.area(1000, 40, 1280, 140), 10, "the menu")
+        self.open_menu()
         key("Up", "Return")
         self.assertEqual(lumora.process.wait(10), 0)
         wait_for(lambda: x_screen().item_in_panel(PANEL_HEIGHT) is None, 10, "the end of the item")

@@ -72,8 +72,11 @@ def _display(environment, folder):
             environment["DISPLAY"] = f":{text.strip()}"
         return text.endswith("\n")
 
+    # As many more pixels as windows draw for each of theirs.
+    scale = int(os.environ.get("GDK_SCALE", "1"))
+    screen = f"{1280 * scale}x{1024 * scale}x24"
     # The server writes its number to a descriptor; the shell opens the file on it.
-    server = 'exec Xvfb $DISPLAY -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$0"'
+    server = f'exec Xvfb $DISPLAY -displayfd 3 -screen 0 {screen} -nolisten tcp -noreset 3>"$0"'
     return FileService("display", ["/bin/sh", "-c", server, file], file,
                        lambda path: os.path.exists(path) and is_ready(path))
 
