@@ -1,10 +1,12 @@
 # SPDX-FileCopyrightText: 2026 The Lumora authors
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""What is on the screen: pictures to compare and to keep."""
+"""The X display's mouse and keys, and what is on a screen: pictures to compare and to keep."""
 
 import os
 import pathlib
 import subprocess
+
+from remote import wait_for
 
 PICTURES = pathlib.Path(os.environ.get("LUMORA_PICTURES", "pictures")).resolve()
 
@@ -50,9 +52,32 @@ class Picture:
         return file
 
 
+def click(x, y, button=1):
+    """A click of the mouse on the X display."""
+    subprocess.check_call(["xdotool", "mousemove", str(x), str(y), "click", str(button)])
+
+
+def key(*names):
+    """Press keys in the window that has the focus."""
+    subprocess.check_call(["xdotool", "key", "--delay", "30", *names])
+
+
 def x_screen():
     """The X display as it looks now."""
     return Picture(["import", "-window", "root", "-depth", "8", "ppm:-"])
+
+
+def settled_screen():
+    """The X display once it no longer changes."""
+    shown = [x_screen()]
+
+    def settled():
+        shown.append(x_screen())
+        return shown[-1].area(0, 0, shown[-1].width, shown[-1].height) == shown[-2].area(
+            0, 0, shown[-2].width, shown[-2].height)
+
+    wait_for(settled, 10, "a screen that is still")
+    return shown[-1]
 
 
 def wayland_screen():

@@ -15,6 +15,7 @@ from gi.repository import Gio, GLib
 
 from bundle import Lumora, start_again, windows
 from remote import RemoteLaptop, wait_for
+from screen import key
 
 BUNDLE = sys.argv.pop()
 AUTOSTART = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "autostart" / "org.lumora.Lumora.desktop"
@@ -32,11 +33,6 @@ def permission():
     except GLib.Error:
         return None
     return told.unpack()[0].get("org.lumora.Lumora")
-
-
-def key(*names):
-    """Press keys in the window that has the focus."""
-    subprocess.check_call(["xdotool", "key", "--delay", "30", *names])
 
 
 class SettingsStory(unittest.TestCase):

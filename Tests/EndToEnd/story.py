@@ -2,15 +2,16 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """A short story of a battery: drained, plugged in, charged over the limit, snoozed and unplugged.
 
-It tells each change of the battery and each notification as it comes, and fails when the story did
+At the end the popover and the settings are opened, and pictures of them kept. It tells each change of the battery and each notification as it comes, and fails when the story did
 not come out as it must. Run it in the simulated laptop: story.py BUNDLE
 """
 
 import sys
 import time
 
-from bundle import Lumora
+from bundle import Lumora, windows
 from remote import RemoteLaptop, wait_for
+from screen import click, key, settled_screen, x_screen
 
 KINDS = {
     "Charge limit reached": "chargeLimit",
@@ -29,6 +30,7 @@ PERCENTS = [34, 32, 30, 29, 25, 20, 30, 45, 60, 75, 79, 80, 79, 29, 19]
 # So that each step is a reading of its own, and that one can follow the story.
 PACE_SECONDS = 0.5
 PATIENCE_SECONDS = 20
+PANEL_HEIGHT = 28
 
 
 class Story:
@@ -99,6 +101,17 @@ def play(story):
     return until
 
 
+def show_windows():
+    """Click on the item in the panel, and on to the settings; the pictures' paths."""
+    left, top, right, bottom = wait_for(lambda: x_screen().item_in_panel(PANEL_HEIGHT), PATIENCE_SECONDS, "the item")
+    click((left + right) // 2, (top + bottom) // 2)
+    wait_for(lambda: windows("Lumora"), PATIENCE_SECONDS, "the popover")
+    pictures = [settled_screen().keep("popover")]
+    key("shift+Tab", "shift+Tab", "space")
+    wait_for(lambda: windows("Lumora Settings"), PATIENCE_SECONDS, "the settings")
+    return pictures + [settled_screen().keep("settings")]
+
+
 def without_repeats(values):
     """The values, each run of equal ones as one."""
     return [value for index, value in enumerate(values) if index == 0 or value != values[index - 1]]
@@ -113,12 +126,15 @@ def main():
         story = Story(laptop, lumora)
         until = play(story)
         story.tell_notifications()
+        pictures = show_windows()
         code = lumora.end()
         samples = lumora.history()
 
     print("history       the last samples:")
     for sample in samples[-5:]:
         print(f"              {sample}")
+    for picture in pictures:
+        print(f"picture       {picture}")
     faults = [text for text, holds in (
         (f"exit code {code}", code == 0),
         (f"notifications {story.told}", story.told == EXPECTED),

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The Lumora authors
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The item in Xfce's panel as a user meets it: seen through a day of the battery, clicked, its menu, its
-panel restarted. The pictures are kept. Run it in the simulated laptop with its panel: tray.py BUNDLE
+panel restarted. The pictures are kept. Run it in the simulated laptop: tray.py BUNDLE
 """
 
 import os
@@ -13,23 +13,13 @@ from gi.repository import Gio, GLib
 
 from bundle import Lumora, forget, start_again, windows
 from remote import RemoteLaptop, wait_for
-from screen import x_screen
+from screen import click, key, x_screen
 
 BUNDLE = sys.argv.pop()
 SCALE = int(os.environ.get("GDK_SCALE", "1"))
 PANEL_HEIGHT = 28 * SCALE
 ITEM = "org.kde.StatusNotifierItem"
 POPOVER, SETTINGS = "Lumora", "Lumora Settings"
-
-
-def click(x, y, button=1):
-    """A click of the mouse on the screen."""
-    subprocess.check_call(["xdotool", "mousemove", str(x), str(y), "click", str(button)])
-
-
-def key(*names):
-    """Press keys in the window that has the focus."""
-    subprocess.check_call(["xdotool", "key", "--delay", "30", *names])
 
 
 def geometry(window):

@@ -12,13 +12,13 @@ from buses import call
 from panels import panel_services
 from services import BusService, FileService
 
-PARTS = ("upower", "profiles", "logind", "permissions", "notifications", "sound")
+PARTS = ("upower", "profiles", "logind", "permissions", "notifications", "sound", "panel")
 HERE = os.path.dirname(os.path.abspath(__file__))
 DBUSMOCK = ["/usr/bin/python3", "-m", "dbusmock", "--template"]
 PROFILE_ACTIONS = ["net.hadess.PowerProfiles.switch-profile", "net.hadess.PowerProfiles.hold-profile"]
 DUNST_CONFIGURATION = """[global]
     origin = top-left
-    offset = 0x0
+    offset = 0x60
     width = 300
     height = 60
     notification_limit = 0
