@@ -4,6 +4,7 @@
 
 #include "AppModel.h"
 #include "Platform/Appearance.h"
+#include "Platform/ScreenPoint.h"
 
 #include <functional>
 #include <memory>
@@ -22,14 +23,6 @@ class ViewsHost {
   virtual Observable<Appearance>& appearance() = 0;
   virtual void openSettings() = 0;
   virtual void quit() = 0;
-};
-
-/// Where the user clicked, in the screen's pixels.
-struct ScreenPoint {
-  int x = 0;
-  int y = 0;
-
-  bool operator==(const ScreenPoint&) const = default;
 };
 
 /// The windows of the program.
