@@ -13,9 +13,11 @@ constexpr int kPatience = 5000;  // milliseconds
 
 BusConnection connectAgain() {
   using Flags = Gio::DBus::ConnectionFlags;
+  // giomm's own function leaks the address.
+  const auto address = Glib::make_unique_ptr_gfree(
+      g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
   return Gio::DBus::Connection::create_for_address_sync(
-      Gio::DBus::Address::get_for_bus_sync(Gio::DBus::BusType::SESSION),
-      Flags::AUTHENTICATION_CLIENT | Flags::MESSAGE_BUS_CONNECTION);
+      address.get(), Flags::AUTHENTICATION_CLIENT | Flags::MESSAGE_BUS_CONNECTION);
 }
 
 std::string remoteError(const Glib::Error& error) {

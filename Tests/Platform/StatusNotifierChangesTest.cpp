@@ -134,7 +134,7 @@ TEST_F(StatusNotifierChangesTest, LooksAsTheNewTrayNeedsIt) {
   EXPECT_EQ(text(second, "IconName"), "lumora-battery-75-symbolic");
 }
 
-TEST_F(StatusNotifierChangesTest, WaitsForATrayWithoutAskingForOne) {
+TEST_F(StatusNotifierChangesTest, IsThereWithoutATraySayingNothing) {
   BusClient bystander;
   bystander.hear("/StatusNotifierItem");
   item->show(content);

@@ -100,6 +100,7 @@ TEST_F(StatusNotifierItemTest, ShowsOnceWhereASecondRegistrationIsIgnored) {
   item->show(content);
   ASSERT_TRUE(registers(tray, 1));
   tray.showItems();
+  ASSERT_TRUE(registers(tray, 2));
   tray.click(busName, {-3, 2000});
   EXPECT_EQ(tray.shown(), Names{busName});
   EXPECT_EQ(events, Names{"click -3,2000"});

@@ -81,27 +81,28 @@ ExportedObject::Members TrayDouble::members() {
                      {"RegisteredStatusNotifierItems",
                       [this] {
                         return Glib::Variant<std::vector<Glib::ustring>>::create(
-                            {registrations_.begin(), registrations_.end()});
+                            {items_.begin(), items_.end()});
                       }},
                      {"ProtocolVersion", [] { return Glib::Variant<std::int32_t>::create(0); }}}};
 }
 
 ExportedObject::Answer TrayDouble::onRegister(const Glib::VariantContainerBase& received) {
   const std::string name = argument<Glib::ustring>(received, 0);
-  const bool known =
-      std::find(registrations_.begin(), registrations_.end(), name) != registrations_.end();
-  if (!known || !rules_.ignoresKnownItems) registrations_.push_back(name);
+  registrations_.push_back(name);
+  const bool known = std::find(items_.begin(), items_.end(), name) != items_.end();
+  if (known && rules_.ignoresKnownItems) return {};
+  std::erase(items_, name);
+  items_.push_back(name);
   return {};
 }
 
 std::vector<std::string> TrayDouble::shown() const {
   std::vector<std::string> shown;
   if (rules_.showsLater) return shown;
-  for (const std::string& name : registrations_) {
+  for (const std::string& name : items_) {
     const Properties item = properties(name);
     const bool complete = item.contains("Id") && item.contains("Menu");
-    const bool again = std::find(shown.begin(), shown.end(), name) != shown.end();
-    if (!item.empty() && !again && (complete || !rules_.needsIdAndMenu)) shown.push_back(name);
+    if (!item.empty() && (complete || !rules_.needsIdAndMenu)) shown.push_back(name);
   }
   return shown;
 }

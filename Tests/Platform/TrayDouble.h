@@ -16,7 +16,7 @@ namespace lumora::test {
 struct TrayRules {
   std::string process;             ///< At most fifteen characters.
   bool needsIdAndMenu = false;     ///< Shows no item without.
-  bool ignoresKnownItems = false;  ///< Of two registrations of one item only the first counts.
+  bool ignoresKnownItems = false;  ///< Does nothing when one registers again.
   bool showsLater = false;         ///< Takes items before there is something to show them in.
 };
 
@@ -68,6 +68,7 @@ class TrayDouble {
   std::string processBefore_;
   BusClient client_;
   std::vector<std::string> registrations_;
+  std::vector<std::string> items_;
   ExportedObject watcher_;
 };
 
