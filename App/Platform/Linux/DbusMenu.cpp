@@ -91,7 +91,7 @@ DbusMenu::Answer DbusMenu::eventGroup(const Arguments& arguments) {
     if (!items().contains(ids.back())) continue;
     effects.push_back(effect(items(), ids.back(), argument<Glib::ustring>(event, 1)));
   }
-  return {.values = tuple({variant(sorted(ids).unknown)}),
+  return {.values = tuple({variant(checkedGroup(ids).unknown)}),
           .afterwards = [effects = std::move(effects)] {
             for (const auto& run : effects) {
               if (run) run();
@@ -105,7 +105,7 @@ DbusMenu::Answer DbusMenu::aboutToShow(const Arguments& arguments) {
 }
 
 DbusMenu::Answer DbusMenu::aboutToShowGroup(const Arguments& arguments) {
-  const Sorted ids = sorted(argument<Ids>(arguments, 0));
+  const Sorted ids = checkedGroup(argument<Ids>(arguments, 0));
   Ids updates;
   for (const Id id : ids.known) {
     if (id == MenuItems::kRoot && refresh()) updates.push_back(id);
@@ -138,12 +138,17 @@ DbusMenu::Id DbusMenu::checked(Id id) {
   return id;
 }
 
-/// As the interface has it, a request of which nothing is known gets an error.
 DbusMenu::Sorted DbusMenu::sorted(const std::vector<Id>& ids) {
   Sorted sorted;
   for (const Id id : ids) (items().contains(id) ? sorted.known : sorted.unknown).push_back(id);
-  if (sorted.known.empty() && !ids.empty()) checked(ids.front());
   return sorted;
+}
+
+/// As the interface has it, a group of which no item is known gets an error.
+DbusMenu::Sorted DbusMenu::checkedGroup(const std::vector<Id>& ids) {
+  Sorted group = sorted(ids);
+  if (group.known.empty() && !ids.empty()) checked(ids.front());
+  return group;
 }
 
 }  // namespace lumora

@@ -43,6 +43,7 @@ class DbusMenu {
   bool refresh();
   Id checked(Id id);
   Sorted sorted(const std::vector<Id>& ids);
+  Sorted checkedGroup(const std::vector<Id>& ids);
 
   std::function<Menu()> menu_;
   std::optional<MenuItems> told_;

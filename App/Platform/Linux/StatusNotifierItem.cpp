@@ -2,150 +2,160 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Platform/Linux/StatusNotifierItem.h"
 
+#include "Platform/Linux/IconPixmaps.h"
 #include "Platform/Linux/TrayInterfaces.h"
+#include "Platform/Linux/Variants.h"
 
 #include <tuple>
 #include <utility>
 
+#include <unistd.h>
+
 namespace lumora {
 namespace {
 
-// Where some trays look for an item that belongs to a name on the bus.
-constexpr const char* kPath = "/StatusNotifierItem";
-constexpr const char* kMenuPath = "/MenuBar";
+using Answer = ExportedObject::Answer;
 using Arguments = Glib::VariantContainerBase;
+using Names = std::vector<Glib::ustring>;
 
-Glib::VariantBase text(const Glib::ustring& value) {
-  return Glib::Variant<Glib::ustring>::create(value);
+// GNOME looks for items at this path, whether they register or not.
+constexpr const char* kItemPath = "/StatusNotifierItem";
+constexpr const char* kMenuPath = "/MenuBar";
+
+/// The name that items have by convention, which every tray takes. A unique name would do for most;
+/// but GNOME, finding an item by itself and being told of it, sees that both are one by this.
+Glib::ustring conventionalName() {
+  return "org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1";
 }
 
-ExportedObject::Property always(const Glib::VariantBase& value) {
+Glib::VariantBase text(const std::string& value) {
+  return Glib::Variant<Glib::ustring>::create(Glib::ustring(value).make_valid());
+}
+
+ExportedObject::Property constant(const Glib::VariantBase& value) {
   return [value] { return value; };
 }
 
-/// a(iiay), without a copy of each byte on its own.
-Glib::VariantBase pixmapsOf(const std::vector<Icon>& icons) {
-  GVariantBuilder builder;
-  g_variant_builder_init(&builder, G_VARIANT_TYPE("a(iiay)"));
-  for (const Icon& icon : icons) {
-    GVariant* bytes = g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, icon.argb.data(),
-                                                icon.argb.size(), sizeof icon.argb[0]);
-    g_variant_builder_add(&builder, "(ii@ay)", icon.width, icon.height, bytes);
-  }
-  return Glib::wrap(g_variant_ref_sink(g_variant_builder_end(&builder)));
+Glib::VariantBase toolTip(const StatusItemFace& face) {
+  const Glib::VariantBase noIconName = text({});
+  return Glib::VariantContainerBase::create_tuple(
+      {noIconName, iconPixmaps({}), text(face.tooltipTitle), text(face.tooltipText)});
+}
+
+ScreenPoint point(const Arguments& arguments) {
+  return {.x = argument<std::int32_t>(arguments, 0), .y = argument<std::int32_t>(arguments, 1)};
 }
 
 }  // namespace
 
-StatusNotifierItem::StatusNotifierItem(const BusConnection& session, Identity identity,
+StatusNotifierItem::StatusNotifierItem(BusConnection session, Identity identity,
                                        Callbacks callbacks)
-    : session_(session), identity_(std::move(identity)), callbacks_(std::move(callbacks)) {
-  if (!session) return;
-  object_.emplace(session, kPath, kStatusNotifierItemInterface, members());
-  menu_.emplace(session, kMenuPath, callbacks_.menu);
-  tray_.emplace(session, [this](TextPlace place) { onTray(place); });
-}
-
-ExportedObject::Members StatusNotifierItem::members() {
-  const auto nothing = [](const Arguments& /*arguments*/) { return ExportedObject::Answer{}; };
-  const auto activate = [this](const Arguments& arguments) {
-    const ScreenPoint click = {argument<std::int32_t>(arguments, 0),
-                               argument<std::int32_t>(arguments, 1)};
-    return ExportedObject::Answer{.afterwards = [this, click] { callbacks_.activated(click); }};
-  };
-  const auto activateSomewhere = [this](const Arguments& /*arguments*/) {
-    return ExportedObject::Answer{.afterwards = [this] { callbacks_.activated({}); }};
-  };
-  const auto takeToken = [this](const Arguments& arguments) {
-    callbacks_.activationToken(argument<Glib::ustring>(arguments, 0));
-    return ExportedObject::Answer{};
-  };
-  const auto noText = always(text(""));
-  const auto noPixmaps = always(pixmapsOf({}));
-  return {
-      .methods = {{"Activate", activate},
-                  {"SecondaryActivate", activate},
-                  {"XAyatanaSecondaryActivate", activateSomewhere},
-                  {"ContextMenu", nothing},  // the tray draws the menu itself
-                  {"Scroll", nothing},
-                  {"ProvideXdgActivationToken", takeToken}},
-      .properties = {{"Id", always(text(identity_.id))},
-                     {"Title", always(text(identity_.title))},
-                     {"Status", always(text("Active"))},
-                     {"Category", always(text("Hardware"))},
-                     {"WindowId", always(Glib::Variant<std::int32_t>::create(0))},
-                     {"IconName", [this] { return text(face_.iconName); }},
-                     {"IconPixmap", [this] { return pixmapsOf(icons_); }},
-                     {"IconThemePath", always(text(identity_.iconThemePath))},
-                     {"IconAccessibleDesc", always(text("Battery"))},
-                     {"OverlayIconName", noText},
-                     {"OverlayIconPixmap", noPixmaps},
-                     {"AttentionIconName", noText},
-                     {"AttentionIconPixmap", noPixmaps},
-                     {"AttentionMovieName", noText},
-                     {"AttentionAccessibleDesc", noText},
-                     {"ToolTip", [this] { return toolTip(); }},
-                     {"ItemIsMenu", always(Glib::Variant<bool>::create(false))},
-                     {"Menu", always(Glib::Variant<Glib::DBusObjectPathString>::create(kMenuPath))},
-                     {"XAyatanaLabel", [this] { return text(face_.label); }},
-                     {"XAyatanaLabelGuide", [this] { return text(face_.labelGuide); }},
-                     {"XAyatanaOrderingIndex", always(Glib::Variant<std::uint32_t>::create(0))}}};
-}
-
-Glib::VariantBase StatusNotifierItem::toolTip() const {
-  return Glib::VariantContainerBase::create_tuple(
-      {text(""), pixmapsOf({}), text(face_.tooltipTitle), text(face_.tooltipText)});
-}
+    : session_(std::move(session)),
+      identity_(std::move(identity)),
+      callbacks_(std::move(callbacks)) {}
 
 void StatusNotifierItem::show(const StatusItemContent& content) {
-  if (content_ == content) return;
-  const bool isFirst = !content_;
+  if (!session_) return;
   content_ = content;
   update();
-  if (isFirst && place_) tray_->registerItem(session_->get_unique_name());
+  if (!object_) appear();
 }
 
-/// A tray that is new has forgotten what it was told, and one that is not takes it twice.
+void StatusNotifierItem::appear() {
+  name_.emplace(session_, conventionalName());
+  object_.emplace(session_, kItemPath, kStatusNotifierItemInterface, members());
+  menu_.emplace(session_, kMenuPath, callbacks_.menu);
+  tray_.emplace(session_, [this](TextPlace place) { onTray(place); });
+}
+
 void StatusNotifierItem::onTray(TextPlace place) {
   place_ = place;
   update();
-  if (content_) tray_->registerItem(session_->get_unique_name());
+  tray_->registerItem(name_->get());
 }
 
 void StatusNotifierItem::update() {
-  if (!content_ || !place_) return;
-  const StatusItemFace before = std::exchange(face_, statusItemFace(*content_, *place_));
-  if (face_.drawn != before.drawn) {
-    icons_ = face_.drawn ? callbacks_.draw(*face_.drawn) : std::vector<Icon>{};
-  }
-  if (face_.drawn && icons_.empty()) {
-    // Nobody draws here: the image alone, and the text where the pointer rests.
-    face_.iconName = iconName(content_->symbol);
-    face_.tooltipText = content_->text;
-  }
-  announce(before);
+  const StatusItemFace before = std::exchange(face_, statusItemFace(content_, place_));
+  if (face_.drawn != before.drawn) pixmaps_.reset();
+  if (object_) tellChanges(before);
 }
 
-/// Tells what changed, in the words of the older trays and of the newer.
-void StatusNotifierItem::announce(const StatusItemFace& before) {
-  std::vector<Glib::ustring> changed;
-  std::vector<Glib::ustring> invalidated;
-  if (face_.iconName != before.iconName || face_.drawn != before.drawn) {
-    object_->emit("NewIcon");
-    changed.emplace_back("IconName");
-    // Large, and fetched only by a tray that draws it.
-    invalidated.emplace_back("IconPixmap");
+void StatusNotifierItem::tellChanges(const StatusItemFace& before) {
+  const bool icon = face_.iconName != before.iconName;
+  const bool pixmap = face_.drawn != before.drawn;
+  const bool tip =
+      face_.tooltipTitle != before.tooltipTitle || face_.tooltipText != before.tooltipText;
+  const bool label = face_.label != before.label;
+  const bool guide = face_.labelGuide != before.labelGuide;
+
+  Names changed;
+  if (icon) changed.emplace_back("IconName");
+  if (tip) changed.emplace_back("ToolTip");
+  if (label) changed.emplace_back("XAyatanaLabel");
+  if (guide) changed.emplace_back("XAyatanaLabelGuide");
+  const Names invalidated = pixmap ? Names{"IconPixmap"} : Names{};
+  if (changed.empty() && invalidated.empty()) return;
+
+  object_->announce(changed, invalidated);
+  if (icon || pixmap) object_->emit("NewIcon");
+  if (tip) object_->emit("NewToolTip");
+  if (!label && !guide) return;
+  object_->emit("XAyatanaNewLabel", Glib::VariantContainerBase::create_tuple(
+                                        {text(face_.label), text(face_.labelGuide)}));
+}
+
+ExportedObject::Members StatusNotifierItem::members() {
+  const auto clicked = [this](const Arguments& arguments) -> Answer {
+    return {.afterwards = [this, click = point(arguments)] { callbacks_.activated(click); }};
+  };
+  const auto clickedSomewhere = [this](const Arguments& /*timestamp*/) -> Answer {
+    return {.afterwards = [this] { callbacks_.activated(std::nullopt); }};
+  };
+  const auto tokenProvided = [this](const Arguments& arguments) -> Answer {
+    callbacks_.activationToken(argument<Glib::ustring>(arguments, 0));
+    return {};
+  };
+  // Trays show the menu themselves.
+  const auto ignored = [](const Arguments& /*arguments*/) -> Answer { return {}; };
+
+  const auto none = constant(text({}));
+  const auto noPixmap = constant(iconPixmaps({}));
+  return {.methods = {{"Activate", clicked},
+                      {"SecondaryActivate", clicked},
+                      {"XAyatanaSecondaryActivate", clickedSomewhere},
+                      {"ProvideXdgActivationToken", tokenProvided},
+                      {"ContextMenu", ignored},
+                      {"Scroll", ignored}},
+          .properties = {
+              {"Id", constant(text(identity_.id))},
+              {"Title", constant(text(identity_.title))},
+              {"Status", constant(text("Active"))},
+              {"Category", constant(text("Hardware"))},
+              {"WindowId", constant(Glib::Variant<std::int32_t>::create(0))},
+              {"IconName", [this] { return text(face_.iconName); }},
+              {"IconPixmap", [this] { return pixmaps(); }},
+              {"IconThemePath", constant(text(identity_.iconThemePath))},
+              {"IconAccessibleDesc", constant(text("Battery"))},
+              {"OverlayIconName", none},
+              {"OverlayIconPixmap", noPixmap},
+              {"AttentionIconName", none},
+              {"AttentionIconPixmap", noPixmap},
+              {"AttentionMovieName", none},
+              {"AttentionAccessibleDesc", none},
+              {"ToolTip", [this] { return toolTip(face_); }},
+              // A click is ours; the menu is for the other button.
+              {"ItemIsMenu", constant(Glib::Variant<bool>::create(false))},
+              {"Menu", constant(Glib::Variant<Glib::DBusObjectPathString>::create(kMenuPath))},
+              {"XAyatanaLabel", [this] { return text(face_.label); }},
+              {"XAyatanaLabelGuide", [this] { return text(face_.labelGuide); }},
+              {"XAyatanaOrderingIndex", constant(Glib::Variant<std::uint32_t>::create(0))}}};
+}
+
+const Glib::VariantBase& StatusNotifierItem::pixmaps() {
+  if (!pixmaps_) {
+    pixmaps_ = iconPixmaps(face_.drawn ? callbacks_.draw(content_, place_) : std::vector<Icon>{});
   }
-  if (face_.label != before.label) {
-    object_->emit("XAyatanaNewLabel", Glib::VariantContainerBase::create_tuple(
-                                          {text(face_.label), text(face_.labelGuide)}));
-    changed.insert(changed.end(), {"XAyatanaLabel", "XAyatanaLabelGuide"});
-  }
-  if (face_.tooltipTitle != before.tooltipTitle || face_.tooltipText != before.tooltipText) {
-    object_->emit("NewToolTip");
-    changed.emplace_back("ToolTip");
-  }
-  if (!changed.empty()) object_->announce(changed, invalidated);
+  return *pixmaps_;
 }
 
 }  // namespace lumora

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Platform/Linux/BusName.h"
 #include "Platform/Linux/DbusMenu.h"
 #include "Platform/Linux/ExportedObject.h"
 #include "Platform/Linux/TrayHost.h"
@@ -15,45 +16,58 @@
 
 namespace lumora {
 
-/// The item in the desktop's tray: a StatusNotifierItem on the session bus, with its menu. Trays
-/// may come, go and change at any time. Nothing is at rest here but what was said last.
+/// The program's item in the desktop's tray (org.kde.StatusNotifierItem), with its menu. It takes
+/// its place with the first content, and again in every tray that comes later. At rest it does
+/// nothing: trays ask, and hear of what changes.
 class StatusNotifierItem {
  public:
   struct Identity {
-    std::string id;             ///< The same in each session.
-    std::string title;          ///< For people.
-    std::string iconThemePath;  ///< The folder of the images.
+    std::string id;
+    std::string title;
+    /// The folder that has the icons by name, both in itself and as a theme has them, below
+    /// "hicolor". KDE needs it to be called "icons". Empty: they are installed.
+    std::string iconThemePath;
   };
+
   struct Callbacks {
-    std::function<void(ScreenPoint click)> activated;
-    /// The desktop's leave to take the focus, right before it activates.
-    std::function<void(const std::string& token)> activationToken;
-    /// Asked for whenever the tray is about to show it.
+    /// A click, and where it was if the tray tells.
+    std::function<void(std::optional<ScreenPoint>)> activated;
+    /// Comes before a click: with it a new window may come to the front (xdg-activation).
+    std::function<void(std::string)> activationToken;
+    /// Asked for whenever the menu is about to show.
     std::function<Menu()> menu;
-    /// Draws an icon in the sizes of trays; nothing where that cannot be done.
-    std::function<std::vector<Icon>(const DrawnIcon&)> draw;
+    /// The icon in every size that trays may want, of the symbol and the text (in a wide place) or
+    /// the percentage (inside) alone. Asked for when a tray asks.
+    std::function<std::vector<Icon>(const StatusItemContent&, TextPlace)> draw;
   };
 
-  /// `session` is the session bus; without one nothing happens.
-  StatusNotifierItem(const BusConnection& session, Identity identity, Callbacks callbacks);
+  /// `session` is the session bus; absent where there is none: then nothing happens. Every callback
+  /// must be there.
+  StatusNotifierItem(BusConnection session, Identity identity, Callbacks callbacks);
+  StatusNotifierItem(const StatusNotifierItem&) = delete;
+  StatusNotifierItem& operator=(const StatusNotifierItem&) = delete;
 
-  /// The item appears with the first content. The same content again says nothing to anybody.
+  /// Shows this from now on. Trays hear only of what they show differently.
   void show(const StatusItemContent& content);
 
  private:
-  ExportedObject::Members members();
-  Glib::VariantBase toolTip() const;
+  void appear();
   void onTray(TextPlace place);
   void update();
-  void announce(const StatusItemFace& before);
+  void tellChanges(const StatusItemFace& before);
+  ExportedObject::Members members();
+  const Glib::VariantBase& pixmaps();
 
   BusConnection session_;
   Identity identity_;
   Callbacks callbacks_;
-  std::optional<StatusItemContent> content_;
-  std::optional<TextPlace> place_;
+  StatusItemContent content_;
+  TextPlace place_ = TextPlace::inside;
   StatusItemFace face_;
-  std::vector<Icon> icons_;
+  std::optional<Glib::VariantBase> pixmaps_;  // Once a tray has asked for these.
+
+  // From the first content on.
+  std::optional<BusName> name_;
   std::optional<ExportedObject> object_;
   std::optional<DbusMenu> menu_;
   std::optional<TrayHost> tray_;

@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Laptop.h"
+#include "Platform/Linux/StatusNotifierItem.h"
+#include "Support/TemporaryFolder.h"
+#include "TrayDouble.h"
+#include "WaitFor.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace lumora::test {
+
+/// An item of ours on the session bus and what its callbacks were told.
+class StatusItemFixture : public testing::Test {
+ protected:
+  using Names = std::vector<std::string>;
+
+  StatusItemFixture() {
+    laptop.reset();
+    item.emplace(laptop.session(),
+                 StatusNotifierItem::Identity{"lumora", "Lumora", icons.path().string()},
+                 callbacks());
+  }
+
+  /// Waits for the tray to hear of the item that often in all.
+  static bool registers(const TrayDouble& tray, std::size_t times) {
+    return waitFor([&] { return tray.registrations().size() >= times; });
+  }
+
+  /// What the tray heard of the item since the last time.
+  Names heardBy(TrayDouble& tray) const {
+    return tray.client().heard(laptop.session()->get_unique_name());
+  }
+
+  template <typename T>
+  T property(const TrayDouble& tray, const char* name) const {
+    const Properties all = tray.properties(busName);
+    const auto found = all.find(name);
+    return found == all.end() ? T{} : valueOr<T>(found->second);
+  }
+
+  std::string text(const TrayDouble& tray, const char* name) const {
+    return property<Glib::ustring>(tray, name);
+  }
+
+  StatusItemContent content{
+      .symbol = "battery.75", .text = "82% · 3:05", .percent = "82", .tooltip = "On battery"};
+  std::string busName = "org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1";
+  Laptop laptop;
+  TemporaryFolder icons;
+  Names events;
+  Names drawn;
+  std::optional<StatusNotifierItem> item;
+
+ private:
+  StatusNotifierItem::Callbacks callbacks() {
+    return {
+        .activated =
+            [this](std::optional<ScreenPoint> click) {
+              events.push_back(click ? "click " + std::to_string(click->x) + "," +
+                                           std::to_string(click->y)
+                                     : "click");
+            },
+        .activationToken = [this](const std::string& token) { events.push_back("token " + token); },
+        .menu =
+            [] {
+              return Menu{{"Open", [] {}}};
+            },
+        .draw =
+            [this](const StatusItemContent& asked, TextPlace place) {
+              drawn.push_back(place == TextPlace::wide ? asked.text : asked.percent);
+              return std::vector<Icon>{{1, 1, {255, 1, 2, 3}}, {2, 1, {255, 1, 2, 3}}};
+            }};
+  }
+};
+
+}  // namespace lumora::test
