@@ -60,7 +60,7 @@ void AppDelegate::makeStatusItem() {
       StatusNotifierItem::Identity{
           .id = "lumora", .title = "Lumora", .iconThemePath = bundle_.location / "Resources/icons"},
       StatusNotifierItem::Callbacks{
-          .activated = [this](ScreenPoint click) { togglePopover(click); },
+          .activated = [this](std::optional<ScreenPoint> click) { togglePopover(click); },
           .activationToken = takeActivationToken,
           .menu = [this] { return menu(); },
           .draw = [this](const DrawnIcon& icon) { return draw(icon); }});

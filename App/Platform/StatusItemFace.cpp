@@ -43,8 +43,9 @@ StatusItemFace statusItemFace(const StatusItemContent& content, TextPlace place)
   } else {
     face.drawn = DrawnIcon{content.symbol, text, place};
   }
-  if (place == TextPlace::label) {
-    face.label = face.labelGuide = content.text;
+  if (place == TextPlace::label && !content.text.empty()) {
+    // The blank keeps it from the image.
+    face.label = face.labelGuide = " " + content.text;
     std::replace_if(face.labelGuide.begin(), face.labelGuide.end(), isDigit, '8');
   }
   if (place == TextPlace::inside && !tellsAll(content)) face.tooltipText = content.text;

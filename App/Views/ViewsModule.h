@@ -4,7 +4,9 @@
 
 #include "AppModel.h"
 #include "Platform/Appearance.h"
+#include "Platform/LoginItem.h"
 #include "Platform/ScreenPoint.h"
+#include "Platform/SoundPlayer.h"
 
 #include <functional>
 #include <memory>

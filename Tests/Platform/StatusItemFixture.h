@@ -74,8 +74,8 @@ class StatusItemFixture : public testing::Test {
               return Menu{{"Open", [] {}}};
             },
         .draw =
-            [this](const StatusItemContent& asked, TextPlace place) {
-              drawn.push_back(place == TextPlace::wide ? asked.text : asked.percent);
+            [this](const DrawnIcon& icon) {
+              drawn.push_back(icon.text);
               return std::vector<Icon>{{1, 1, {255, 1, 2, 3}}, {2, 1, {255, 1, 2, 3}}};
             }};
   }

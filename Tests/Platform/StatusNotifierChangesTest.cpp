@@ -39,7 +39,7 @@ TEST_F(StatusNotifierChangesTest, AnnouncesANewLabelAlone) {
   content.percent = "81";
   item->show(content);
   EXPECT_EQ(heardBy(tray), (Names{"PropertiesChanged", "XAyatanaNewLabel"}));
-  EXPECT_EQ(text(tray, "XAyatanaLabel"), "81% · 3:04");
+  EXPECT_EQ(text(tray, "XAyatanaLabel"), " 81% · 3:04");
 }
 
 TEST_F(StatusNotifierChangesTest, AnnouncesANewTooltipAlone) {
@@ -88,7 +88,7 @@ TEST_F(StatusNotifierChangesTest, AppearsInATrayThatComesLater) {
   drainMainLoop();
   TrayDouble tray(gnome());
   ASSERT_TRUE(registers(tray, 1));
-  EXPECT_EQ(text(tray, "XAyatanaLabel"), "82% · 3:05");
+  EXPECT_EQ(text(tray, "XAyatanaLabel"), " 82% · 3:05");
 }
 
 TEST_F(StatusNotifierChangesTest, AppearsAgainInATrayThatRestarted) {
@@ -130,7 +130,7 @@ TEST_F(StatusNotifierChangesTest, LooksAsTheNewTrayNeedsIt) {
   TrayDouble second(gnome());
   ASSERT_TRUE(registers(second, 1));
   EXPECT_EQ(heardBy(first), (Names{"PropertiesChanged", "NewIcon", "XAyatanaNewLabel"}));
-  EXPECT_EQ(text(second, "XAyatanaLabel"), "82%");
+  EXPECT_EQ(text(second, "XAyatanaLabel"), " 82%");
   EXPECT_EQ(text(second, "IconName"), "lumora-battery-75-symbolic");
 }
 

@@ -58,8 +58,8 @@ TEST_F(StatusNotifierItemTest, HasALabelBesideANamedIconOnGnome) {
   item->show(content);
   ASSERT_TRUE(registers(tray, 1));
   EXPECT_EQ(tray.shown(), Names{busName});
-  EXPECT_EQ(text(tray, "XAyatanaLabel"), "82% · 3:05");
-  EXPECT_EQ(text(tray, "XAyatanaLabelGuide"), "88% · 8:88");
+  EXPECT_EQ(text(tray, "XAyatanaLabel"), " 82% · 3:05");
+  EXPECT_EQ(text(tray, "XAyatanaLabelGuide"), " 88% · 8:88");
   EXPECT_EQ(text(tray, "IconName"), "lumora-battery-75-symbolic");
   EXPECT_TRUE(property<Pixmaps>(tray, "IconPixmap").empty());
   EXPECT_TRUE(drawn.empty());
@@ -166,7 +166,7 @@ TEST_F(StatusNotifierItemTest, SaysBrokenTextsAsFarAsTheyCanBeRead) {
   content.tooltip = "\xC3";
   item->show(content);
   ASSERT_TRUE(registers(tray, 1));
-  EXPECT_EQ(text(tray, "XAyatanaLabel"), "82\uFFFD%");
+  EXPECT_EQ(text(tray, "XAyatanaLabel"), " 82\uFFFD%");
   EXPECT_EQ(std::get<2>(property<ToolTip>(tray, "ToolTip")), "\uFFFD");
 }
 

@@ -153,7 +153,7 @@ ExportedObject::Members StatusNotifierItem::members() {
 
 const Glib::VariantBase& StatusNotifierItem::pixmaps() {
   if (!pixmaps_) {
-    pixmaps_ = iconPixmaps(face_.drawn ? callbacks_.draw(content_, place_) : std::vector<Icon>{});
+    pixmaps_ = iconPixmaps(face_.drawn ? callbacks_.draw(*face_.drawn) : std::vector<Icon>{});
   }
   return *pixmaps_;
 }

@@ -36,9 +36,8 @@ class StatusNotifierItem {
     std::function<void(std::string)> activationToken;
     /// Asked for whenever the menu is about to show.
     std::function<Menu()> menu;
-    /// The icon in every size that trays may want, of the symbol and the text (in a wide place) or
-    /// the percentage (inside) alone. Asked for when a tray asks.
-    std::function<std::vector<Icon>(const StatusItemContent&, TextPlace)> draw;
+    /// The icon in every size that trays may want. Asked for when a tray asks.
+    std::function<std::vector<Icon>(const DrawnIcon&)> draw;
   };
 
   /// `session` is the session bus; absent where there is none: then nothing happens. Every callback

@@ -20,7 +20,7 @@ TEST(StatusItemFace, PutsTheTextBesideTheNamedIconWhereThereIsALabel) {
   const auto face = statusItemFace(kContent, TextPlace::label);
   EXPECT_EQ(face.iconName, "lumora-battery-75-symbolic");
   EXPECT_FALSE(face.drawn);
-  EXPECT_EQ(face.label, "82% · 3:05");
+  EXPECT_EQ(face.label, " 82% · 3:05");
   EXPECT_EQ(face.tooltipTitle, "On battery");
   EXPECT_EQ(face.tooltipText, "");
 }
@@ -74,7 +74,7 @@ TEST(StatusItemFace, KeepsTheGuideWhileOnlyDigitsChange) {
   StatusItemContent later = kContent;
   later.text = "81% · 2:59";
   const auto guide = statusItemFace(kContent, TextPlace::label).labelGuide;
-  EXPECT_EQ(guide, "88% · 8:88");
+  EXPECT_EQ(guide, " 88% · 8:88");
   EXPECT_EQ(statusItemFace(later, TextPlace::label).labelGuide, guide);
 }
 
