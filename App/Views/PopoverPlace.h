@@ -37,20 +37,26 @@ inline ScreenPoint popoverPlace(std::optional<ScreenPoint> click, ScreenSize siz
   return {std::clamp(click->x - size.width / 2, left, right), std::clamp(y, top, bottom)};
 }
 
-/// The click as the toolkit counts. Trays report it in its pixels or, `scale` times as many, in the
-/// display's; the pointer that clicked stands at one of the two, else the tray is believed. Absent
-/// for the origin, which trays report that do not know.
-inline std::optional<ScreenPoint> clickedAt(ScreenPoint reported, ScreenPoint pointer,
-                                            double scale) {
-  constexpr int kNear = 48;
-  const auto isNear = [&pointer](double x, double y) {
-    return std::abs(x - pointer.x) <= kNear && std::abs(y - pointer.y) <= kNear;
+/// Where the mouse is: as the toolkit counts, and in the display's pixels, `scale` of which are one
+/// of the toolkit's.
+struct Pointer {
+  ScreenPoint at;
+  ScreenPoint pixels;
+  double scale = 1;
+};
+
+/// The click as the toolkit counts. Trays report it in the display's pixels or in larger ones of
+/// the desktop; the pointer that clicked stands at one of the two, else the tray is believed.
+/// Absent for the origin, which trays report that do not know.
+inline std::optional<ScreenPoint> clickedAt(ScreenPoint reported, const Pointer& pointer) {
+  const double near = 48 * pointer.scale;
+  const auto isNear = [&](double x, double y) {
+    return std::abs(x - pointer.pixels.x) <= near && std::abs(y - pointer.pixels.y) <= near;
   };
   if (reported == ScreenPoint{}) return std::nullopt;
-  if (isNear(reported.x, reported.y) || isNear(reported.x / scale, reported.y / scale)) {
-    return pointer;
-  }
-  return reported;
+  const bool isThere = isNear(reported.x, reported.y) ||
+                       isNear(reported.x * pointer.scale, reported.y * pointer.scale);
+  return isThere ? pointer.at : reported;
 }
 
 }  // namespace lumora

@@ -24,6 +24,17 @@ QScreen* screenAt(const std::optional<ScreenPoint>& click) {
   return screen != nullptr ? screen : QGuiApplication::primaryScreen();
 }
 
+Pointer pointer() {
+  const QPoint at = QCursor::pos();
+  const QScreen* here = QGuiApplication::screenAt(at);
+  if (here == nullptr) here = QGuiApplication::primaryScreen();
+  if (here == nullptr) return {};
+  // A screen begins at the display's own pixel, and counts in larger ones from there.
+  const QPoint corner = here->geometry().topLeft();
+  const QPoint pixels = corner + (at - corner) * here->devicePixelRatio();
+  return {{at.x(), at.y()}, {pixels.x(), pixels.y()}, here->devicePixelRatio()};
+}
+
 }  // namespace
 
 PopoverWindow::PopoverWindow(ViewsHost& host)
@@ -38,9 +49,7 @@ PopoverWindow::PopoverWindow(ViewsHost& host)
 }
 
 void PopoverWindow::showAt(std::optional<ScreenPoint> click) {
-  const QPoint pointer = QCursor::pos();
-  click_ =
-      click ? clickedAt(*click, {pointer.x(), pointer.y()}, devicePixelRatioF()) : std::nullopt;
+  click_ = click ? clickedAt(*click, pointer()) : std::nullopt;
   place();
   show();
   // What the content needs is known once it is shown.

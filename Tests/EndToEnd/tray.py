@@ -74,12 +74,16 @@ class TrayStory(unittest.TestCase):
         click(*self.item(), button=3)
         wait_for(lambda: x_screen().area(*below) != before, 10, "the menu")
 
+    def call(self, method, arguments, interface=ITEM):
+        """A method of the item on the bus, as a tray calls it."""
+        owner = self.bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                                   "GetNameOwner", GLib.Variant("(s)", ("org.lumora.Lumora",)), None, 0, -1, None)
+        return self.bus.call_sync(owner.unpack()[0], "/StatusNotifierItem", interface, method, arguments, None, 0, -1,
+                                  None)
+
     def property(self, name):
         """A property of the item on the bus."""
-        owners = self.bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-                                    "GetNameOwner", GLib.Variant("(s)", ("org.lumora.Lumora",)), None, 0, -1, None)
-        told = self.bus.call_sync(owners.unpack()[0], "/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get",
-                                  GLib.Variant("(ss)", (ITEM, name)), None, 0, -1, None)
+        told = self.call("Get", GLib.Variant("(ss)", (ITEM, name)), "org.freedesktop.DBus.Properties")
         return told.unpack()[0]
 
     def test_shows_a_day_of_the_battery(self):
@@ -119,6 +123,22 @@ class TrayStory(unittest.TestCase):
         wait_for(lambda: windows(POPOVER), 10, "the popover")
         click(40, 700)
         wait_for(lambda: not windows(POPOVER), 10, "its end by a click elsewhere")
+
+    def test_keeps_the_popover_on_the_monitor_of_the_click(self):
+        self.running()
+        edge = 900 * SCALE
+        screen = x_screen()
+        for name, left, width, output in (("LEFT", 0, edge, "screen"), ("RIGHT", edge, screen.width - edge, "none")):
+            subprocess.check_call(["xrandr", "--setmonitor", name, f"{width}/1x{screen.height}/1+{left}+0", output])
+            self.addCleanup(subprocess.call, ["xrandr", "--delmonitor", name])
+        for x, first, last in ((edge - 5, 0, edge), (edge + 5, edge, screen.width)):
+            subprocess.check_call(["xdotool", "mousemove", str(x), "14"])
+            self.call("Activate", GLib.Variant("(ii)", (x // SCALE, 14 // SCALE)))
+            left, _, width, _ = geometry(wait_for(lambda: windows(POPOVER), 10, "the popover")[0])
+            self.assertGreaterEqual(left, first)
+            self.assertLessEqual(left + width, last)
+            key("Escape")
+            wait_for(lambda: not windows(POPOVER), 10, "its end")
 
     def test_follows_the_settings(self):
         lumora = self.running()

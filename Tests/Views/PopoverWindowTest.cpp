@@ -104,14 +104,17 @@ TEST(PopoverPlace, KeepsTheTopOfAPopoverThatIsTooTall) {
 }
 
 TEST(PopoverPlace, KnowsTheClickWhicheverPixelsTheTrayCounts) {
-  const ScreenPoint pointer{1150, 14};
-  EXPECT_EQ(clickedAt({1150, 14}, pointer, 1), pointer);
-  EXPECT_EQ(clickedAt({1140, 28}, pointer, 1), pointer);  // the item's corner
-  EXPECT_EQ(clickedAt({1150, 14}, pointer, 2), pointer);
-  EXPECT_EQ(clickedAt({2300, 28}, pointer, 2), pointer);
+  const Pointer pointer{{1150, 14}, {1150, 14}, 1};
+  EXPECT_EQ(clickedAt({1150, 14}, pointer), pointer.at);
+  EXPECT_EQ(clickedAt({1140, 28}, pointer), pointer.at);  // the item's corner
   // Chosen with the keyboard: the pointer is elsewhere.
-  EXPECT_EQ(clickedAt({1150, 14}, {300, 500}, 1), (ScreenPoint{1150, 14}));
-  EXPECT_EQ(clickedAt({0, 0}, pointer, 1), std::nullopt);
+  EXPECT_EQ(clickedAt({1150, 14}, {{300, 500}, {300, 500}, 1}), (ScreenPoint{1150, 14}));
+  EXPECT_EQ(clickedAt({0, 0}, pointer), std::nullopt);
+
+  // On the right of two monitors, each 1800 pixels wide.
+  const Pointer doubled{{1950, 14}, {2100, 28}, 2};
+  EXPECT_EQ(clickedAt({2100, 28}, doubled), doubled.at);
+  EXPECT_EQ(clickedAt({1050, 14}, doubled), doubled.at);
 }
 
 }  // namespace

@@ -1,0 +1,78 @@
+# SPDX-FileCopyrightText: 2026 The Lumora authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Every way in which Lumora ends: each saves the history and gives 0. Run it in the simulated laptop:
+ending.py BUNDLE
+"""
+
+import os
+import pathlib
+import signal
+import subprocess
+import sys
+import unittest
+
+from bundle import Lumora, forget, start_again, windows
+from remote import RemoteLaptop, wait_for
+
+BUNDLE = sys.argv.pop()
+APPLICATION = "org.lumora.Lumora"
+HISTORY = pathlib.Path(os.environ["XDG_DATA_HOME"]) / "Lumora" / "history.json"
+TO_END_SECONDS = 10
+
+
+class Ending(unittest.TestCase):
+    """Each time a Lumora that has something to save."""
+
+    def setUp(self):
+        RemoteLaptop().reset()
+
+    def running(self, **environment):
+        """A Lumora whose history is not in the file."""
+        forget()
+        lumora = self.enterContext(Lumora(BUNDLE, **environment))
+        wait_for(lumora.history, 10, "the first sample")
+        HISTORY.unlink()
+        return lumora
+
+    def ends(self, lumora):
+        """It ends by itself now, and well."""
+        self.assertEqual(lumora.process.wait(TO_END_SECONDS), 0)
+        self.assertEqual(len(lumora.history()), 1)
+
+    def test_by_signals(self):
+        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+            lumora = self.running()
+            lumora.process.send_signal(number)
+            self.ends(lumora)
+
+    def test_by_signals_with_its_windows_open(self):
+        for number in (signal.SIGTERM, signal.SIGINT):
+            lumora = self.running()
+            subprocess.check_call(["gapplication", "action", APPLICATION, "settings"])
+            wait_for(lambda: windows("Lumora Settings"), 10, "the settings")
+            self.assertEqual(start_again(BUNDLE), 0)
+            wait_for(lambda: windows("Lumora"), 10, "the popover")
+            lumora.process.send_signal(number)
+            self.ends(lumora)
+
+    def test_by_the_action_of_its_desktop_entry(self):
+        lumora = self.running()
+        subprocess.check_call(["gapplication", "action", APPLICATION, "quit"])
+        self.ends(lumora)
+
+    def test_with_the_session(self):
+        bus = self.enterContext(subprocess.Popen(
+            ["dbus-daemon", "--session", "--nofork", "--print-address"], stdout=subprocess.PIPE, text=True))
+        self.addCleanup(bus.kill)
+        lumora = self.running(DBUS_SESSION_BUS_ADDRESS=bus.stdout.readline().strip())
+        bus.kill()
+        self.ends(lumora)
+
+    def test_without_a_session(self):
+        lumora = self.running(DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere")
+        lumora.process.terminate()
+        self.ends(lumora)
+
+
+if __name__ == "__main__":
+    unittest.main()
