@@ -1,0 +1,32 @@
+# SPDX-FileCopyrightText: 2026 The Lumora authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+# A Debian package: cpack --config build/release/CPackConfig.cmake
+find_program(GZIP gzip REQUIRED)
+set(changelog ${PROJECT_BINARY_DIR}/changelog.gz)
+add_custom_command(OUTPUT ${changelog}
+  COMMAND ${GZIP} --best --no-name --stdout ${PROJECT_SOURCE_DIR}/CHANGELOG.md > ${changelog}
+  DEPENDS CHANGELOG.md
+  VERBATIM)
+add_custom_target(lumora_changelog ALL DEPENDS ${changelog})
+install(FILES ${changelog} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/lumora COMPONENT desktop)
+install(FILES Resources/Package/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/lumora COMPONENT desktop)
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME lumora)
+set(CPACK_PACKAGE_CONTACT "The Lumora authors <authors@lumora.example>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "battery reminders and thirty days of charge history")
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
+"Lumora sits in the tray, watches the battery and the adapter of a laptop, and
+reminds through the desktop's notifications: to unplug at a chosen limit, to
+plug in when the battery is low, to try the power-saving mode, and when the
+battery's health has gone down. It only reminds; it controls nothing.")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
+  "libcanberra-pulse, power-profiles-daemon, qt6-wayland, sound-theme-freedesktop, upower, xdg-desktop-portal")
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+  OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+include(CPack)
