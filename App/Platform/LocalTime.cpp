@@ -10,7 +10,7 @@ namespace lumora {
 namespace {
 
 constexpr std::time_t kHour = 3600;
-constexpr std::int64_t kMinutesOfDay = 24 * 60;
+constexpr std::int64_t kMinutesOfDay = std::int64_t{24} * 60;
 
 std::optional<std::tm> localTime(std::time_t time) {
   std::tm local{};

@@ -70,14 +70,14 @@ void Stepper::keyPressEvent(QKeyEvent* event) {
       if (down_->isEnabled()) stepDown();
       return;
     default:
-      QWidget::keyPressEvent(event);
+      event->ignore();
   }
 }
 
 // The buttons take the clicks; a slider would move to the mouse, and with the wheel when the form
 // is scrolled.
-void Stepper::mousePressEvent(QMouseEvent* event) { QWidget::mousePressEvent(event); }
-void Stepper::wheelEvent(QWheelEvent* event) { QWidget::wheelEvent(event); }
+void Stepper::mousePressEvent(QMouseEvent* event) { event->ignore(); }
+void Stepper::wheelEvent(QWheelEvent* event) { event->ignore(); }
 
 void Stepper::resizeEvent(QResizeEvent* /*event*/) {
   const int half = width() / 2;

@@ -23,9 +23,9 @@ class StoredControls {
     const char* enabledKey = nullptr;
   };
   struct Number {
-    const char* before;
-    const char* after;
-    const char* key;
+    const char* before = "";
+    const char* after = "";
+    const char* key = "";
     StepRange range;
   };
 

@@ -14,11 +14,11 @@ BatteryState onBattery() { return {.hasBattery = true, .percent = 82, .minutesTo
 
 TEST(StatusItem, ShowsPercentAndTimeAsTheUserWants) {
   struct Row {
-    bool showPercent;
-    bool showTime;
+    bool showPercent = false;
+    bool showTime = false;
     std::optional<std::int64_t> minutes;
-    const char* text;
-    const char* percent;
+    const char* text = "";
+    const char* percent = "";
   };
   for (const Row& row : {
            Row{true, true, 185, "82% · 3:05", "82"},
