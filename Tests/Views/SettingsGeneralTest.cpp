@@ -22,9 +22,9 @@ TEST_F(SoundPickerTest, OffersDefaultNoneAndFourteenNames) {
 
 TEST_F(SoundPickerTest, StoresTheChoiceOfEachAndPlaysItOnce) {
   open();
-  const std::vector<const char*> keys = {"limitSound", "lowSound", "lowPowerSound", "longSound",
-                                         "healthSound"};
-  for (std::size_t i = 0; i < keys.size(); ++i) {
+  const QList<const char*> keys = {"limitSound", "lowSound", "lowPowerSound", "longSound",
+                                   "healthSound"};
+  for (qsizetype i = 0; i < keys.size(); ++i) {
     host.sounds.played.clear();
     pick(sounds()[i], "Ping");
     EXPECT_EQ(stored(keys[i]), "\"Ping\"");

@@ -44,7 +44,7 @@ class SettingsTest : public testing::Test {
     written[key] = json;
     std::string object;
     for (const auto& [name, value] : written) {
-      object += (object.empty() ? "\"" : ", \"") + name + "\": " + value;
+      object.append(object.empty() ? "\"" : ", \"").append(name).append("\": ").append(value);
     }
     host.files.edit("/config/defaults.json", "{" + object + "}");
     host.store.synchronize();

@@ -58,10 +58,10 @@ TEST(ShownMinutes, AreTheTimeNowForWhatIsNoTimeOfDay) {
 
 TEST(ShownMinutes, MoveOnByTheGapWhereTheClocksSkipThem) {
   struct Row {
-    const char* zone;
+    const char* zone = "";
     Date now;
-    std::int64_t stored;
-    std::int64_t shown;
+    std::int64_t stored = 0;
+    std::int64_t shown = 0;
   };
   for (const Row& row : {
            // 02:00 becomes 03:00.
