@@ -65,7 +65,7 @@ void AppDelegate::makeStatusItem() {
           .menu = [this] { return menu(); },
           .draw = [this](const DrawnIcon& icon) { return draw(icon); }});
   // A change of the state is announced before it happens.
-  const auto update = [this] { runLoop_.runSoon([this] { updateStatusItem(); }); };
+  const auto update = [this] { runLoop_.runSoon(lifetime_.guard([this] { updateStatusItem(); })); };
   subscriptions_ = {model_.state().subscribe(update), defaults_.subscribe(update)};
 }
 
@@ -110,7 +110,7 @@ void AppDelegate::togglePopover(std::optional<ScreenPoint> click) {
 Views* AppDelegate::views() {
   if (Views* loaded = viewsLoader_.loaded()) return loaded;
   Views* made = viewsLoader_.load();
-  if (made != nullptr) runLoop_.runSoon([made] { made->run(); });
+  if (made != nullptr) runLoop_.runSoon(lifetime_.guard([made] { made->run(); }));
   return made;
 }
 

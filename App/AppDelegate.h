@@ -3,6 +3,7 @@
 #pragma once
 
 #include "AppModel.h"
+#include "Lifetime.h"
 #include "Platform/Linux/AutostartEntry.h"
 #include "Platform/Linux/DesktopAppearance.h"
 #include "Platform/Linux/DesktopNotifications.h"
@@ -75,6 +76,7 @@ class AppDelegate final : public ViewsHost {
   // From the first click on.
   std::optional<DesktopAppearance> appearance_;
   ViewsLoader viewsLoader_;
+  Lifetime lifetime_;
 };
 
 }  // namespace lumora

@@ -5,6 +5,7 @@
 #include "Platform/Linux/Variants.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <memory>
 #include <optional>
 
@@ -13,6 +14,11 @@
 #include <malloc.h>
 
 namespace {
+
+class LumoraApp;
+
+/// The one that a toolkit ends together with its display.
+LumoraApp* atDisplay = nullptr;
 
 /// The program: one for each session, without a window of its own.
 class LumoraApp : public Gio::Application {
@@ -27,6 +33,8 @@ class LumoraApp : public Gio::Application {
     add_action("settings", [this] { delegate_->openSettings(); });
     add_action("quit", [this] { delegate_->quit(); });
     delegate_.emplace(get_dbus_connection(), [this] { quit(); });
+    atDisplay = this;
+    std::atexit(onExit);
     delegate_->applicationDidFinishLaunching();
   }
 
@@ -47,6 +55,7 @@ class LumoraApp : public Gio::Application {
   }
 
   void on_shutdown() override {
+    atDisplay = nullptr;
     delegate_->applicationWillTerminate();
     delegate_.reset();
     Gio::Application::on_shutdown();
@@ -55,6 +64,13 @@ class LumoraApp : public Gio::Application {
   static gboolean onSignal(gpointer app) {
     static_cast<LumoraApp*>(app)->delegate_->quit();
     return G_SOURCE_CONTINUE;
+  }
+
+  /// Qt leaves the process by itself when the display is gone, as it is at the end of a session.
+  static void onExit() {
+    if (atDisplay == nullptr) return;
+    atDisplay->delegate_->applicationWillTerminate();
+    std::_Exit(0);
   }
 
   std::optional<lumora::AppDelegate> delegate_;

@@ -38,8 +38,16 @@ class QtViews final : public Views {
     settings_->present();
   }
 
-  void run() override { QApplication::exec(); }
-  void stop() override { QApplication::quit(); }
+  void run() override {
+    if (!stopped_) QApplication::exec();
+    // The desktop's session may end Qt's loop by itself.
+    if (!stopped_) host_.quit();
+  }
+
+  void stop() override {
+    stopped_ = true;
+    QApplication::quit();
+  }
 
  private:
   void applyAppearance() {
@@ -47,6 +55,7 @@ class QtViews final : public Views {
   }
 
   ViewsHost& host_;
+  bool stopped_ = false;
   // Qt keeps references to these for as long as the application lives.
   int argumentCount_ = 1;
   char name_[7] = "lumora";

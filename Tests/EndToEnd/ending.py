@@ -68,6 +68,13 @@ class Ending(unittest.TestCase):
         bus.kill()
         self.ends(lumora)
 
+    def test_with_the_display(self):
+        lumora = self.running()
+        self.assertEqual(start_again(BUNDLE), 0)
+        wait_for(lambda: windows("Lumora"), 10, "the popover")
+        RemoteLaptop().kill("display")
+        self.ends(lumora)
+
     def test_without_a_session(self):
         lumora = self.running(DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere")
         lumora.process.terminate()
