@@ -125,7 +125,7 @@ void AppDelegate::takeActivationToken(const std::string& token) {
 }
 
 Observable<Appearance>& AppDelegate::appearance() {
-  if (!appearance_) appearance_.emplace(session_);
+  if (!appearance_) appearance_.emplace(session_, Glib::getenv("XDG_CURRENT_DESKTOP"));
   return appearance_->appearance();
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 namespace lumora {
 
@@ -13,6 +14,10 @@ struct Appearance {
 
   ColorScheme colorScheme = ColorScheme::noPreference;
   std::optional<std::uint32_t> accent;  ///< 0xRRGGBB; absent: the theme's own.
+  bool highContrast = false;
+  /// Family, style and size in points, as Pango writes it: "Cantarell 11". Absent: the theme's own.
+  std::optional<std::string> font;
+  double textScale = 1;  ///< How much larger than usual text is wished; above 0.
 
   bool operator==(const Appearance&) const = default;
 };

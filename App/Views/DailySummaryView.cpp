@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Views/DailySummaryView.h"
 
-#include "Views/Theme.h"
+#include "Views/Labels.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -20,7 +20,7 @@ constexpr int kColumnWidths[] = {0, 38, 68, 62};  // 0: what is left
 DailySummaryView::DailySummaryView(QWidget* parent)
     : QWidget(parent), title_(new QToolButton), table_(new QWidget) {
   title_->setText("Daily summary");
-  title_->setFont(fontFor(TextRole::callout));
+  setFontRole(title_, TextRole::callout);
   title_->setCheckable(true);
   title_->setStyleSheet(
       "QToolButton { border: 1px solid transparent; border-radius: 3px; padding: 1px 0; "
@@ -72,7 +72,7 @@ void DailySummaryView::show(const std::vector<DayRow>& rows) {
 
 void DailySummaryView::addCell(int row, int column, const QString& text, bool secondary) {
   auto* cell = new QLabel(text);
-  cell->setFont(fontFor(TextRole::caption));
+  setFontRole(cell, TextRole::caption);
   if (secondary) cell->setForegroundRole(QPalette::PlaceholderText);
   // At least the usual width: a large font may need more.
   if (kColumnWidths[column] > 0) cell->setMinimumWidth(kColumnWidths[column]);

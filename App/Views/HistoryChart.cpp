@@ -71,7 +71,7 @@ HistoryChart::HistoryChart(QWidget* parent)
   plot_->setFocusPolicy(Qt::StrongFocus);
   plot_->installEventFilter(this);
   plot_->setAccessibleName("Charge history");
-  applyColors();
+  applyLooks();
   pointAt(std::nullopt);
 }
 
@@ -93,11 +93,10 @@ void HistoryChart::setUpAxes() {
     axis->setTickLength(0);
     axis->setSubTicks(false);
     axis->setTickLabelPadding(4);
-    axis->setTickLabelFont(fontFor(TextRole::caption2));
   }
 }
 
-void HistoryChart::applyColors() {
+void HistoryChart::applyLooks() {
   const QColor secondary = secondaryColor(palette());
   const QColor accent = colorOf(Tint::accent, palette());
   QColor grid = secondary;
@@ -110,6 +109,7 @@ void HistoryChart::applyColors() {
   for (QCPAxis* axis : {plot_->xAxis, plot_->yAxis2}) {
     axis->setBasePen(Qt::NoPen);
     axis->setTickLabelColor(secondary);
+    axis->setTickLabelFont(fontFor(TextRole::caption2));
     axis->grid()->setPen(QPen(grid, 1));
     axis->grid()->setZeroLinePen(QPen(grid, 1));
   }
@@ -234,7 +234,7 @@ void HistoryChart::changeEvent(QEvent* event) {
   const bool looks = event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange;
   // Not while the parts are still being made.
   if (looks && label_ != nullptr) {
-    applyColors();
+    applyLooks();
     plot_->replot(QCustomPlot::rpQueuedReplot);
   }
   QStackedWidget::changeEvent(event);

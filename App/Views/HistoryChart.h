@@ -35,7 +35,7 @@ class HistoryChart : public QStackedWidget {
 
  private:
   void setUpAxes();
-  void applyColors();
+  void applyLooks();
   void setRange(int days, Date now);
   void pointAt(std::optional<std::size_t> index);
   void step(int points);

@@ -3,10 +3,27 @@
 #include "Views/Labels.h"
 
 namespace lumora {
+namespace {
+
+constexpr const char* kRole = "textRole";
+
+}  // namespace
+
+void setFontRole(QWidget* widget, TextRole role) {
+  widget->setFont(fontFor(role));
+  widget->setProperty(kRole, static_cast<int>(role));
+}
+
+void renewFonts(const QWidget* whole) {
+  for (auto* widget : whole->findChildren<QWidget*>()) {
+    const QVariant role = widget->property(kRole);
+    if (role.isValid()) widget->setFont(fontFor(static_cast<TextRole>(role.toInt())));
+  }
+}
 
 QLabel* makeLabel(TextRole role, const QString& text) {
   auto* label = new QLabel(text);
-  label->setFont(fontFor(role));
+  setFontRole(label, role);
   label->setTextFormat(Qt::PlainText);
   return label;
 }

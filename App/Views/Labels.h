@@ -8,6 +8,12 @@
 
 namespace lumora {
 
+/// Gives a widget the role's font.
+void setFontRole(QWidget* widget, TextRole role);
+
+/// Gives everything within that has a role the role's font again, after the desktop's changed.
+void renewFonts(const QWidget* whole);
+
 /// A line of plain text.
 QLabel* makeLabel(TextRole role, const QString& text = {});
 

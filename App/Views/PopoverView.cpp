@@ -116,7 +116,7 @@ QWidget* PopoverView::makeSnooze() {
   layout->addWidget(snoozeText_ = makeWrapping(TextRole::caption), 1);
   secondary_.push_back(snoozeText_);
   auto* cancel = new QPushButton("Cancel");
-  cancel->setFont(fontFor(TextRole::caption));
+  setFontRole(cancel, TextRole::caption);
   cancel->setFlat(true);
   cancel->setCursor(Qt::PointingHandCursor);
   cancel->setStyleSheet(
@@ -187,6 +187,7 @@ void PopoverView::changeEvent(QEvent* event) {
     applyColors();
     scheduleUpdate();
   }
+  if (event->type() == QEvent::FontChange) renewFonts(this);
   QWidget::changeEvent(event);
 }
 

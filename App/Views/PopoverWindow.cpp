@@ -3,6 +3,7 @@
 #include "Views/PopoverWindow.h"
 
 #include "Views/PopoverPlace.h"
+#include "Views/Theme.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -103,9 +104,7 @@ void PopoverWindow::keyPressEvent(QKeyEvent* event) {
 
 void PopoverWindow::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  QColor edge = palette().color(QPalette::WindowText);
-  edge.setAlphaF(0.2F);
-  painter.setPen(edge);
+  painter.setPen(troughColor(palette()));
   painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Views/SegmentedPicker.h"
 
+#include "Views/Labels.h"
 #include "Views/Theme.h"
 
 #include <QHBoxLayout>
@@ -19,7 +20,7 @@ class Segment : public QRadioButton {
  public:
   explicit Segment(const QString& title) : QRadioButton(title) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    setFont(fontFor(TextRole::callout));
+    setFontRole(this, TextRole::callout);
   }
 
   QSize sizeHint() const override {
@@ -36,14 +37,12 @@ class Segment : public QRadioButton {
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF area = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
     if (isChecked()) {
-      QColor edge = palette().color(QPalette::WindowText);
-      edge.setAlphaF(0.15F);
-      painter.setPen(edge);
+      painter.setPen(hairlineColor(palette()));
       painter.setBrush(raisedColor(palette()));
       painter.drawRoundedRect(area, kRadius - 1, kRadius - 1);
     }
     if (hasFocus()) {
-      painter.setPen(QPen(colorOf(Tint::accent, palette()), 2));
+      painter.setPen(focusPen(palette()));
       painter.setBrush(Qt::NoBrush);
       painter.drawRoundedRect(area.adjusted(0.5, 0.5, -0.5, -0.5), kRadius - 1, kRadius - 1);
     }
@@ -75,10 +74,8 @@ SegmentedPicker::SegmentedPicker(const QStringList& titles, std::function<void(i
 void SegmentedPicker::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  QColor trough = palette().color(QPalette::WindowText);
-  trough.setAlphaF(0.08F);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(trough);
+  painter.setBrush(fieldColor(palette()));
   painter.drawRoundedRect(rect(), kRadius, kRadius);
 }
 

@@ -134,6 +134,7 @@ void SettingsView::hideEvent(QHideEvent* event) {
 
 void SettingsView::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) applyColors();
+  if (event->type() == QEvent::FontChange) renewFonts(this);
   QWidget::changeEvent(event);
 }
 

@@ -3,9 +3,13 @@
 #include "Views/Theme.h"
 
 #include <QApplication>
+#include <QStringList>
+#include <cstdlib>
 
 namespace lumora {
 namespace {
+
+constexpr double kLargestFont = 100;  // points
 
 bool isDark(const QPalette& palette) { return palette.color(QPalette::Window).lightness() < 128; }
 
@@ -22,24 +26,53 @@ QColor veil(const QPalette& palette, double opacity) {
   return color;
 }
 
-QPalette plainPalette(bool dark) {
-  const QColor window = dark ? QColor(0x2b, 0x2b, 0x2e) : QColor(0xf6, 0xf6, 0xf7);
-  const QColor base = dark ? QColor(0x1f, 0x1f, 0x22) : Qt::white;
-  const QColor text = dark ? QColor(0xf2, 0xf2, 0xf4) : QColor(0x1d, 0x1d, 0x1f);
-  const QColor button = dark ? QColor(0x3c, 0x3c, 0x40) : QColor(0xe6, 0xe6, 0xe9);
-  QPalette palette(button, window);
-  palette.setColor(QPalette::Base, base);
-  palette.setColor(QPalette::AlternateBase, button);
+/// What a palette of our own is made of.
+struct Colors {
+  QColor window, base, text, button, accent;
+};
+
+Colors colorsFor(bool dark, bool highContrast) {
+  if (highContrast) {
+    return dark ? Colors{Qt::black, Qt::black, Qt::white, {0x30, 0x30, 0x30}, {0x4c, 0x9a, 0xff}}
+                : Colors{Qt::white, Qt::white, Qt::black, {0xdd, 0xdd, 0xdd}, {0x0b, 0x3f, 0x9e}};
+  }
+  return dark ? Colors{{0x2b, 0x2b, 0x2e},
+                       {0x1f, 0x1f, 0x22},
+                       {0xf2, 0xf2, 0xf4},
+                       {0x3c, 0x3c, 0x40},
+                       {0x4c, 0x9a, 0xff}}
+              : Colors{{0xf6, 0xf6, 0xf7},
+                       Qt::white,
+                       {0x1d, 0x1d, 0x1f},
+                       {0xe6, 0xe6, 0xe9},
+                       {0x1f, 0x6f, 0xeb}};
+}
+
+/// Black or white, whichever reads better on it.
+QColor textOn(const QColor& color) { return qGray(color.rgb()) < 150 ? Qt::white : Qt::black; }
+
+QPalette paletteOf(const Colors& colors) {
+  QPalette palette(colors.button, colors.window);
+  palette.setColor(QPalette::Base, colors.base);
+  palette.setColor(QPalette::AlternateBase, colors.button);
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
                           QPalette::ToolTipText, QPalette::BrightText}) {
-    palette.setColor(role, text);
-    palette.setColor(QPalette::Disabled, role, mixed(text, window, 0.4));
+    palette.setColor(role, colors.text);
+    palette.setColor(QPalette::Disabled, role, mixed(colors.text, colors.window, 0.4));
   }
-  palette.setColor(QPalette::ToolTipBase, base);
-  palette.setColor(QPalette::PlaceholderText, mixed(text, window, 0.6));
-  palette.setColor(QPalette::Highlight, dark ? QColor(0x4c, 0x9a, 0xff) : QColor(0x1f, 0x6f, 0xeb));
-  palette.setColor(QPalette::HighlightedText, dark ? Qt::black : Qt::white);
+  palette.setColor(QPalette::ToolTipBase, colors.base);
+  palette.setColor(QPalette::PlaceholderText, mixed(colors.text, colors.window, 0.6));
+  palette.setColor(QPalette::Highlight, colors.accent);
+  palette.setColor(QPalette::HighlightedText, textOn(colors.accent));
   return palette;
+}
+
+/// Whether it is black on white or white on black: the choice of somebody who needs it.
+bool isHighContrast(const QPalette& palette) {
+  const auto lightness = [&palette](QPalette::ColorRole role) {
+    return palette.color(QPalette::Active, role).lightness();
+  };
+  return std::abs(lightness(QPalette::Window) - lightness(QPalette::WindowText)) == 255;
 }
 
 }  // namespace
@@ -72,22 +105,27 @@ QFont fontFor(TextRole role) {
 
 QColor colorOf(Tint tint, const QPalette& palette) {
   const bool dark = isDark(palette);
+  const bool strong = isHighContrast(palette);
+  const auto choose = [&](QRgb onDark, QRgb onLight, QRgb onWhite) {
+    return QColor::fromRgb(dark ? onDark : strong ? onWhite : onLight);
+  };
   switch (tint) {
     case Tint::accent:
       return palette.color(QPalette::Active, QPalette::Highlight);
     case Tint::green:
-      return dark ? QColor(0x3f, 0xc6, 0x5f) : QColor(0x1e, 0x8e, 0x3e);
+      return choose(0x3fc65f, 0x1e8e3e, 0x0b5a22);
     case Tint::orange:
-      return dark ? QColor(0xff, 0xa0, 0x3c) : QColor(0xbf, 0x5b, 0x00);
+      return choose(0xffa03c, 0xbf5b00, 0x7a3a00);
     case Tint::red:
-      return dark ? QColor(0xff, 0x6b, 0x61) : QColor(0xd0, 0x2c, 0x22);
+      return choose(0xff6b61, 0xd02c22, 0x9a1410);
   }
   return {};
 }
 
 QColor secondaryColor(const QPalette& palette) {
   return mixed(palette.color(QPalette::Active, QPalette::WindowText),
-               palette.color(QPalette::Active, QPalette::Window), 0.65);
+               palette.color(QPalette::Active, QPalette::Window),
+               isHighContrast(palette) ? 1 : 0.65);
 }
 
 QColor raisedColor(const QPalette& palette) {
@@ -101,9 +139,14 @@ QColor cardColor(const QPalette& palette) {
 
 QColor fieldColor(const QPalette& palette) { return veil(palette, isDark(palette) ? 0.16 : 0.08); }
 
-QColor troughColor(const QPalette& palette) { return veil(palette, isDark(palette) ? 0.25 : 0.2); }
+QColor troughColor(const QPalette& palette) {
+  if (isHighContrast(palette)) return veil(palette, 0.55);
+  return veil(palette, isDark(palette) ? 0.25 : 0.2);
+}
 
-QColor hairlineColor(const QPalette& palette) { return veil(palette, 0.12); }
+QColor hairlineColor(const QPalette& palette) {
+  return veil(palette, isHighContrast(palette) ? 0.7 : 0.12);
+}
 
 QPen focusPen(const QPalette& palette) { return {colorOf(Tint::accent, palette), 2}; }
 
@@ -111,17 +154,40 @@ QPalette paletteFor(const Appearance& appearance, const QPalette& desktops) {
   QPalette palette = desktops;
   const bool wantsDark = appearance.colorScheme == Appearance::ColorScheme::dark;
   const bool wantsLight = appearance.colorScheme == Appearance::ColorScheme::light;
-  if ((wantsDark && !isDark(desktops)) || (wantsLight && isDark(desktops))) {
-    palette = plainPalette(wantsDark);
+  const bool dark = wantsDark || (isDark(desktops) && !wantsLight);
+  if (dark != isDark(desktops) || (appearance.highContrast && !isHighContrast(desktops))) {
+    palette = paletteOf(colorsFor(dark, appearance.highContrast));
   }
   if (appearance.accent) {
     const QColor accent = QColor::fromRgb(*appearance.accent);
     palette.setColor(QPalette::Highlight, accent);
-    palette.setColor(QPalette::HighlightedText,
-                     qGray(accent.rgb()) < 150 ? QColor(Qt::white) : QColor(Qt::black));
+    palette.setColor(QPalette::HighlightedText, textOn(accent));
   }
   palette.setColor(QPalette::Link, palette.color(QPalette::Active, QPalette::Highlight));
   return palette;
+}
+
+QFont fontOf(const std::string& description, double scale) {
+  QStringList words = QString::fromStdString(description).split(' ', Qt::SkipEmptyParts);
+  QFont font = QApplication::font();
+  bool hasSize = false;
+  const double size = words.isEmpty() ? 0 : words.last().toDouble(&hasSize);
+  if (hasSize) words.removeLast();
+  if (hasSize && size > 0 && size < kLargestFont) font.setPointSizeF(size * scale);
+  QString family = words.join(' ');
+  if (family.endsWith(',')) family.chop(1);
+  if (!family.isEmpty()) font.setFamilies({family});
+  return font;
+}
+
+void applyAppearance(const Appearance& appearance) {
+  // First the desktop's own, as it is by now.
+  QApplication::setPalette(QPalette());
+  QApplication::setPalette(paletteFor(appearance, QApplication::palette()));
+  if (!appearance.font) return;
+  // An X display has the factor in its resolution.
+  const bool scales = QGuiApplication::platformName().startsWith("wayland");
+  QApplication::setFont(fontOf(*appearance.font, scales ? appearance.textScale : 1));
 }
 
 }  // namespace lumora

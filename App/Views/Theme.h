@@ -9,6 +9,7 @@
 #include <QFont>
 #include <QPalette>
 #include <QPen>
+#include <string>
 
 namespace lumora {
 
@@ -43,5 +44,12 @@ QPen focusPen(const QPalette& palette);
 
 /// The palette that follows the desktop's wishes: its own where the scheme is already right.
 QPalette paletteFor(const Appearance& appearance, const QPalette& desktops);
+
+/// A font as Pango describes it, "Cantarell 11", with its size times `scale`. What the description
+/// does not say is the desktop's own.
+QFont fontOf(const std::string& description, double scale);
+
+/// Gives the whole of Qt the palette and the font that are wished. Needs the QApplication.
+void applyAppearance(const Appearance& appearance);
 
 }  // namespace lumora

@@ -19,12 +19,11 @@ class QtViews final : public Views {
     QApplication::setApplicationName("Lumora");
     QApplication::setDesktopFileName("org.lumora.Lumora");
     QApplication::setQuitOnLastWindowClosed(false);
-    desktopsPalette_ = QApplication::palette();
-    applyAppearance();
+    applyAppearance(*host_.appearance());
     // A change is announced before it happens.
     appearanceChanged_ = host_.appearance().subscribe([this] {
       QMetaObject::invokeMethod(
-          &application_, [this] { applyAppearance(); }, Qt::QueuedConnection);
+          &application_, [this] { applyAppearance(*host_.appearance()); }, Qt::QueuedConnection);
     });
     popover_.emplace(host_);
   }
@@ -50,10 +49,6 @@ class QtViews final : public Views {
   }
 
  private:
-  void applyAppearance() {
-    QApplication::setPalette(paletteFor(*host_.appearance(), desktopsPalette_));
-  }
-
   ViewsHost& host_;
   bool stopped_ = false;
   // Qt keeps references to these for as long as the application lives.
@@ -61,7 +56,6 @@ class QtViews final : public Views {
   char name_[7] = "lumora";
   char* arguments_[2] = {name_, nullptr};
   QApplication application_;
-  QPalette desktopsPalette_;
   Subscription appearanceChanged_;
   std::optional<PopoverWindow> popover_;
   std::optional<SettingsWindow> settings_;

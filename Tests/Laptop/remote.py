@@ -80,7 +80,7 @@ class RemoteLaptop:
         self._call("MockNewProfiles", "(bs)", owned, profile)
 
     def set_appearance(self, key, value):
-        """Have a settings portal with this wish: "color-scheme" or "accent-color", a GLib.Variant."""
+        """Have a settings portal with this wish: "color-scheme", "accent-color", a GLib.Variant."""
         self._call("SetAppearance", "(sv)", key, value)
 
     def prepare_for_sleep(self, begins):

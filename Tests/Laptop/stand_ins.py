@@ -107,13 +107,17 @@ class SettingsPortal:
         self._wishes = {}
 
     def set(self, key, value):
-        """Own the portal's name, and announce a wish: a GLib.Variant of any type."""
-        self._wishes[key] = value
+        """Own the portal's name, and announce a wish: a GLib.Variant of any type. Another namespace than the
+        one for looks stands before the key with a blank between."""
+        space, _, key = key.rpartition(" ")
+        space = space or APPEARANCE
+        self._wishes.setdefault(space, {})[key] = value
         if not self._object:
             self._object = BusObject(self._connection, PORTAL_PATH, SETTINGS, {
-                "ReadAll": ("as", "a{sa{sv}}", lambda namespaces: ({APPEARANCE: self._wishes},))})
+                "ReadAll": ("as", "a{sa{sv}}", lambda namespaces: (
+                    {space: wishes for space, wishes in self._wishes.items() if space in namespaces},))})
             own(self._connection, PORTAL)
-        self._object.emit("SettingChanged", GLib.Variant("(ssv)", (APPEARANCE, key, value)))
+        self._object.emit("SettingChanged", GLib.Variant("(ssv)", (space, key, value)))
 
     def hide(self):
         """Give the name up and forget the wishes."""

@@ -45,6 +45,7 @@ struct Scene {
   bool week = false;
   bool unfolded = false;
   bool dark = false;
+  bool strong = false;
   QLocale locale = QLocale(QLocale::English, QLocale::UnitedKingdom);
   bool hasBattery = true;
 };
@@ -102,19 +103,32 @@ std::vector<Scene> scenes() {
       {.name = "dark", .description = kCharging, .snoozed = true, .unfolded = true, .dark = true},
       {.name = "dark-no-battery", .dark = true, .hasBattery = false},
       {.name = "dark-low", .percent = 9, .dark = true},
+      {.name = "strong", .percent = 20, .snoozed = true, .unfolded = true, .strong = true},
+      {.name = "strong-dark",
+       .percent = 20,
+       .snoozed = true,
+       .unfolded = true,
+       .dark = true,
+       .strong = true},
   };
 }
 
-bool render(const Scene& scene, const std::filesystem::path& folder, const QPalette& desktops) {
+Appearance appearanceOf(const auto& scene) {
+  Appearance appearance;
+  appearance.colorScheme =
+      scene.dark ? Appearance::ColorScheme::dark : Appearance::ColorScheme::light;
+  appearance.highContrast = scene.strong;
+  return appearance;
+}
+
+bool render(const Scene& scene, const std::filesystem::path& folder) {
   QLocale::setDefault(scene.locale);
   FakeHost host;
   host.clock.time = kNow;
   if (scene.hasBattery) host.setBattery(scene.percent, scene.description, scene.registry);
   host.setHistory(scene.samples);
   if (scene.snoozed) host.model().snooze();
-  host.appearance().set(
-      {scene.dark ? Appearance::ColorScheme::dark : Appearance::ColorScheme::light, std::nullopt});
-  QApplication::setPalette(paletteFor(*host.appearance(), desktops));
+  applyAppearance(appearanceOf(scene));
   host.model().refresh(AppModel::Reason::launch);
   host.clock.time += Seconds(23 * 60);
 
@@ -134,6 +148,7 @@ struct SettingsScene {
   const char* name;
   const char* settings = "{}";
   bool dark = false;
+  bool strong = false;
   double fontFactor = 1;
   bool failing = false;
   int scrolled = 0;
@@ -150,14 +165,19 @@ std::vector<SettingsScene> settingsScenes() {
       {.name = "settings-quiet", .settings = kOff, .scrolled = 2000},
       {.name = "settings-dark", .settings = kOff, .dark = true},
       {.name = "settings-dark-end", .dark = true, .failing = true, .scrolled = 2000},
+      {.name = "settings-strong", .strong = true},
+      {.name = "settings-strong-dark",
+       .settings = kOff,
+       .dark = true,
+       .strong = true,
+       .scrolled = 2000},
       {.name = "settings-large", .fontFactor = 1.5},
       {.name = "settings-permission", .dialog = "Charge limit"},
       {.name = "settings-reset", .dark = true, .dialog = "Reset History…"},
   };
 }
 
-bool render(const SettingsScene& scene, const std::filesystem::path& folder,
-            const QPalette& desktops) {
+bool render(const SettingsScene& scene, const std::filesystem::path& folder) {
   QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
   const QFont font = QApplication::font();
   QFont scaled = font;
@@ -171,9 +191,7 @@ bool render(const SettingsScene& scene, const std::filesystem::path& folder,
     host.bundle.identifier.reset();
     host.login.error = "Permission denied";
   }
-  QApplication::setPalette(paletteFor(
-      {scene.dark ? Appearance::ColorScheme::dark : Appearance::ColorScheme::light, std::nullopt},
-      desktops));
+  applyAppearance(appearanceOf(scene));
   SettingsWindow window(host);
   window.present();
   const QString pressed = scene.failing ? "Launch at Login" : scene.dialog;
@@ -203,10 +221,9 @@ int main(int argc, char** argv) {
   // A screen that nobody sees.
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
-  const QPalette desktops = QApplication::palette();
   const auto renderAll = [&](const auto& scenes) {
     return std::all_of(scenes.begin(), scenes.end(), [&](const auto& scene) {
-      const bool rendered = lumora::test::render(scene, folder, desktops);
+      const bool rendered = lumora::test::render(scene, folder);
       if (!rendered) std::cerr << "could not render " << scene.name << '\n';
       return rendered;
     });

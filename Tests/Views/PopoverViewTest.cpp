@@ -171,5 +171,25 @@ TEST_F(PopoverViewTest, EmptiesWhenTheHistoryIsReset) {
   EXPECT_FALSE(texts().contains("Tue 24"));
 }
 
+TEST_F(ViewTest, FollowsTheDesktopsFontWhileItIsOpen) {
+  open();
+  const QFont usual = QApplication::font();
+  const int height = view->sizeHint().height();
+  std::map<QWidget*, double> sizes;
+  for (auto* widget : view->findChildren<QWidget*>()) {
+    if (widget->isVisible()) sizes[widget] = widget->font().pointSizeF();
+  }
+  QFont larger = usual;
+  larger.setPointSizeF(usual.pointSizeF() * 1.5);
+  QApplication::setFont(larger);
+  QCoreApplication::processEvents();
+  for (const auto& [widget, size] : sizes) {
+    EXPECT_NEAR(widget->font().pointSizeF(), size * 1.5, 0.01)
+        << widget->metaObject()->className() << " " << widget->accessibleName().toStdString();
+  }
+  EXPECT_GT(view->sizeHint().height(), height);
+  QApplication::setFont(usual);
+}
+
 }  // namespace
 }  // namespace lumora::test

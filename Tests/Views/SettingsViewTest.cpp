@@ -232,5 +232,23 @@ TEST_F(SettingsViewTest, TakesWhatAScreenReaderSets) {
   EXPECT_NE(stepper("Alert when charging reaches 75%"), nullptr);
 }
 
+TEST_F(SettingsTest, FollowsTheDesktopsFontWhileItIsOpen) {
+  open();
+  const QFont usual = QApplication::font();
+  QLabel* heading = label("Alerts");
+  QLabel* row = label("Charge limit");
+  ASSERT_TRUE(heading && row);
+  const int switchHeight = toggle("Charge limit")->height();
+  QApplication::setFont(QFont(usual.family(), 20));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(heading->font().pointSize(), 20);
+  EXPECT_EQ(heading->font().weight(), QFont::DemiBold);
+  EXPECT_EQ(row->font().pointSize(), 20);
+  EXPECT_TRUE(
+      QTest::qWaitFor([&] { return toggle("Charge limit")->height() > switchHeight; }, 1000))
+      << switchHeight;
+  QApplication::setFont(usual);
+}
+
 }  // namespace
 }  // namespace lumora::test

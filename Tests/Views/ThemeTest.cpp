@@ -30,6 +30,14 @@ double contrast(const QColor& one, const QColor& other) {
   return (lighter + 0.05) / (darker + 0.05);
 }
 
+/// A color that lets something through, over another.
+QColor over(const QColor& below, const QColor& color) {
+  const float share = color.alphaF();
+  const auto mix = [share](float one, float other) { return one * share + other * (1 - share); };
+  return QColor::fromRgbF(mix(color.redF(), below.redF()), mix(color.greenF(), below.greenF()),
+                          mix(color.blueF(), below.blueF()));
+}
+
 TEST(Theme, FollowsTheColorSchemeThatIsWished) {
   EXPECT_TRUE(isDark(paletteFor({ColorScheme::dark, {}}, kLight)));
   EXPECT_FALSE(isDark(paletteFor({ColorScheme::light, {}}, kDark)));
@@ -63,6 +71,83 @@ TEST(Theme, IsLegibleInBothSchemes) {
       EXPECT_GE(contrast(colorOf(tint, palette), window), 3);
     }
   }
+}
+
+TEST(Theme, HasTheStrongestColorsWhereHighContrastIsWished) {
+  for (const auto scheme : {ColorScheme::dark, ColorScheme::light, ColorScheme::noPreference}) {
+    for (const auto& desktops : {kLight, kDark}) {
+      Appearance wish{scheme, {}};
+      wish.highContrast = true;
+      const QPalette palette = paletteFor(wish, desktops);
+      EXPECT_EQ(isDark(palette), scheme == ColorScheme::noPreference ? isDark(desktops)
+                                                                     : scheme == ColorScheme::dark);
+      const QColor window = palette.color(QPalette::Window);
+      EXPECT_DOUBLE_EQ(contrast(palette.color(QPalette::WindowText), window), 21);
+      EXPECT_DOUBLE_EQ(contrast(secondaryColor(palette), window), 21);
+      for (const Tint tint : {Tint::accent, Tint::green, Tint::orange, Tint::red}) {
+        EXPECT_GE(contrast(colorOf(tint, palette), window), 7);
+      }
+      EXPECT_GE(contrast(over(window, hairlineColor(palette)), window), 4.5);
+      EXPECT_GE(contrast(over(window, troughColor(palette)), window), 3);
+    }
+  }
+}
+
+TEST(Theme, KeepsADesktopsOwnHighContrast) {
+  const QPalette own(Qt::yellow, Qt::black);
+  Appearance wish{ColorScheme::dark, {}};
+  wish.highContrast = true;
+  QPalette strong = own;
+  strong.setColor(QPalette::WindowText, Qt::white);
+  EXPECT_EQ(paletteFor(wish, strong).color(QPalette::Button), QColor(Qt::yellow));
+  EXPECT_EQ(secondaryColor(strong), QColor(Qt::white));
+}
+
+TEST(Theme, ReadsAFontAsPangoDescribesIt) {
+  const QFont usual = QApplication::font();
+  EXPECT_EQ(fontOf("Cantarell 11", 1).families(), QStringList{"Cantarell"});
+  EXPECT_DOUBLE_EQ(fontOf("Cantarell 11", 1).pointSizeF(), 11);
+  EXPECT_DOUBLE_EQ(fontOf("Noto Sans 10.5", 1.5).pointSizeF(), 15.75);
+  EXPECT_EQ(fontOf("Noto Sans, 10.5", 1).families(), QStringList{"Noto Sans"});
+  EXPECT_EQ(fontOf("Cantarell", 1).pointSizeF(), usual.pointSizeF());
+  for (const char* nothing : {"", " ", "0", "-3", "1e9", "inf", "nan"}) {
+    EXPECT_EQ(fontOf(nothing, 1), usual) << nothing;
+  }
+}
+
+/// Leaves Qt as it was.
+class Wishes : public testing::Test {
+ protected:
+  ~Wishes() override {
+    applyAppearance({});
+    QApplication::setFont(font_);
+  }
+
+ private:
+  QFont font_ = QApplication::font();
+};
+
+TEST_F(Wishes, ComeAndGo) {
+  const QColor before = QApplication::palette().color(QPalette::Window);
+  ASSERT_FALSE(isDark(QApplication::palette()));
+  applyAppearance({ColorScheme::dark, 0xC01C28U});
+  EXPECT_TRUE(isDark(QApplication::palette()));
+  EXPECT_EQ(QApplication::palette().color(QPalette::Highlight), QColor(0xC0, 0x1C, 0x28));
+  applyAppearance({});
+  EXPECT_EQ(QApplication::palette().color(QPalette::Window), before);
+  EXPECT_NE(QApplication::palette().color(QPalette::Highlight), QColor(0xC0, 0x1C, 0x28));
+}
+
+TEST_F(Wishes, LeaveTheFontToTheDesktopThatTellsNone) {
+  const QFont usual = QApplication::font();
+  applyAppearance({});
+  EXPECT_EQ(QApplication::font(), usual);
+  Appearance wish;
+  wish.font = "Serif 14";
+  wish.textScale = 2;  // an X display, and so this one, has it in its resolution
+  applyAppearance(wish);
+  EXPECT_EQ(QApplication::font().families(), QStringList{"Serif"});
+  EXPECT_DOUBLE_EQ(QApplication::font().pointSizeF(), 14);
 }
 
 TEST(Theme, ScalesTheDesktopsFontByItsRole) {

@@ -4,8 +4,10 @@
 
 #include "Platform/Linux/Variants.h"
 
+#include <algorithm>
 #include <cmath>
 #include <map>
+#include <ranges>
 #include <tuple>
 #include <vector>
 
@@ -15,9 +17,13 @@ namespace {
 constexpr const char* kName = "org.freedesktop.portal.Desktop";
 constexpr const char* kPath = "/org/freedesktop/portal/desktop";
 constexpr const char* kInterface = "org.freedesktop.portal.Settings";
-constexpr const char* kNamespace = "org.freedesktop.appearance";
+constexpr const char* kAppearance = "org.freedesktop.appearance";
+constexpr const char* kGnome = "org.gnome.desktop.interface";
 // The first window waits for the answer, so that it does not change its colours at once.
 constexpr int kPatience = 30;  // milliseconds
+// What GNOME lets its users choose.
+constexpr double kLeastScale = 0.5;
+constexpr double kMostScale = 3;
 
 std::optional<std::uint32_t> rgb(const std::tuple<double, double, double>& color) {
   std::uint32_t packed = 0;
@@ -34,37 +40,70 @@ Appearance::ColorScheme colorScheme(std::uint32_t number) {
   return number == 2 ? Appearance::ColorScheme::light : Appearance::ColorScheme::noPreference;
 }
 
-}  // namespace
-
-DesktopAppearance::DesktopAppearance(const BusConnection& session) {
-  if (!session) return;
-  settingChanged_.emplace(
-      session, SignalSubscription::Source{kName, kPath, kInterface, "SettingChanged", kNamespace},
-      [this](const Glib::VariantContainerBase& arguments) {
-        take(argument<Glib::ustring>(arguments, 1), argument<Glib::VariantBase>(arguments, 2));
-      });
-  try {
-    const auto reply = session->call_sync(
-        kPath, kInterface, "ReadAll",
-        Glib::Variant<std::tuple<std::vector<Glib::ustring>>>::create({{kNamespace}}), kName,
-        kPatience, Gio::DBus::CallFlags::NO_AUTO_START);
-    const auto settings = argument<std::map<Glib::ustring, Properties>>(reply, 0);
-    const auto wishes = settings.find(kNamespace);
-    if (wishes == settings.end()) return;
-    for (const auto& [key, value] : wishes->second) take(key, value);
-  } catch (const Glib::Error&) {
-    // No portal, or none that is quick enough.
-  }
-}
-
-void DesktopAppearance::take(const Glib::ustring& key, const Glib::VariantBase& value) {
-  Appearance appearance = *appearance_;
+void takeColors(Appearance& appearance, const Glib::ustring& key, const Glib::VariantBase& value) {
   if (key == "color-scheme") {
     appearance.colorScheme = colorScheme(valueOr<std::uint32_t>(value));
   } else if (key == "accent-color") {
     using Color = std::tuple<double, double, double>;
     appearance.accent = rgb(valueOr<Color>(value, Color{-1, -1, -1}));
+  } else if (key == "contrast") {
+    appearance.highContrast = valueOr<std::uint32_t>(value) == 1;
   }
+}
+
+void takeFont(Appearance& appearance, const Glib::ustring& key, const Glib::VariantBase& value) {
+  if (key == "font-name") {
+    const auto font = valueOr<Glib::ustring>(value);
+    appearance.font = font.empty() ? std::nullopt : std::optional(font.raw());
+  } else if (key == "text-scaling-factor") {
+    const double factor = valueOr<double>(value, 1);
+    appearance.textScale = factor >= kLeastScale && factor <= kMostScale ? factor : 1;
+  }
+}
+
+/// Whether one of the names with colons between them is GNOME's.
+bool isGnome(std::string_view desktop) {
+  for (const auto name : std::views::split(desktop, ':')) {
+    if (std::ranges::equal(name, std::string_view("GNOME"))) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+DesktopAppearance::DesktopAppearance(const BusConnection& session, std::string_view desktop) {
+  if (!session) return;
+  std::vector<Glib::ustring> namespaces{kAppearance};
+  if (isGnome(desktop)) namespaces.emplace_back(kGnome);
+  for (const Glib::ustring& name : namespaces) {
+    settingChanged_.emplace_back(
+        session, SignalSubscription::Source{kName, kPath, kInterface, "SettingChanged", name},
+        [this](const Glib::VariantContainerBase& arguments) {
+          take(argument<Glib::ustring>(arguments, 0), argument<Glib::ustring>(arguments, 1),
+               argument<Glib::VariantBase>(arguments, 2));
+        });
+  }
+  try {
+    const auto reply = session->call_sync(
+        kPath, kInterface, "ReadAll",
+        Glib::Variant<std::tuple<std::vector<Glib::ustring>>>::create({namespaces}), kName,
+        kPatience, Gio::DBus::CallFlags::NO_AUTO_START);
+    const auto settings = argument<std::map<Glib::ustring, Properties>>(reply, 0);
+    for (const Glib::ustring& name : namespaces) {
+      const auto wishes = settings.find(name);
+      if (wishes == settings.end()) continue;
+      for (const auto& [key, value] : wishes->second) take(name, key, value);
+    }
+  } catch (const Glib::Error&) {
+    // No portal, or none that is quick enough.
+  }
+}
+
+void DesktopAppearance::take(const Glib::ustring& space, const Glib::ustring& key,
+                             const Glib::VariantBase& value) {
+  Appearance appearance = *appearance_;
+  // GNOME has keys of the same names and other types.
+  space == kGnome ? takeFont(appearance, key, value) : takeColors(appearance, key, value);
   if (appearance != *appearance_) appearance_.set(appearance);
 }
 

@@ -6,25 +6,28 @@
 #include "Platform/Appearance.h"
 #include "Platform/Linux/SignalSubscription.h"
 
-#include <optional>
+#include <list>
+#include <string_view>
 
 namespace lumora {
 
-/// What the settings portal tells of the user's wishes (namespace org.freedesktop.appearance). It
-/// is asked once, for at most a blink, and heard from then on; without a portal there are no
-/// wishes.
+/// What the settings portal tells of the user's wishes (namespace org.freedesktop.appearance, and
+/// GNOME's for the font). It is asked once, for at most a blink, and heard from then on; without a
+/// portal there are no wishes.
 class DesktopAppearance {
  public:
-  /// `session` is the session bus; absent where there is none.
-  explicit DesktopAppearance(const BusConnection& session);
+  /// `session` is the session bus; absent where there is none. `desktop` is what
+  /// XDG_CURRENT_DESKTOP says: names with colons between them. The font is GNOME's to tell where
+  /// the desktop is GNOME; others have it told by their own means.
+  DesktopAppearance(const BusConnection& session, std::string_view desktop);
 
   Observable<Appearance>& appearance() { return appearance_; }
 
  private:
-  void take(const Glib::ustring& key, const Glib::VariantBase& value);
+  void take(const Glib::ustring& space, const Glib::ustring& key, const Glib::VariantBase& value);
 
   Observable<Appearance> appearance_{Appearance{}};
-  std::optional<SignalSubscription> settingChanged_;
+  std::list<SignalSubscription> settingChanged_;
 };
 
 }  // namespace lumora
