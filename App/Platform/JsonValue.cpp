@@ -73,8 +73,10 @@ std::optional<JsonValue> readJsonValue(json::value value, int depth) {
       return boolean;
     case json::json_type::null:
       return isNull(value) ? untyped : std::nullopt;
+    default:
+      // Newer releases of the library have a name for what is none of these.
+      return std::nullopt;
   }
-  return std::nullopt;
 }
 
 std::optional<std::int64_t> asInteger(const JsonValue& value) {

@@ -61,7 +61,7 @@ QPalette paletteOf(const Colors& colors) {
     palette.setColor(QPalette::Disabled, role, mixed(colors.text, colors.window, 0.4));
   }
   palette.setColor(QPalette::ToolTipBase, colors.base);
-  palette.setColor(QPalette::PlaceholderText, mixed(colors.text, colors.window, 0.6));
+  palette.setColor(QPalette::PlaceholderText, secondaryColor(palette));
   palette.setColor(QPalette::Highlight, colors.accent);
   palette.setColor(QPalette::HighlightedText, textOn(colors.accent));
   return palette;
