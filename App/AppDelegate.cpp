@@ -3,7 +3,6 @@
 #include "AppDelegate.h"
 
 #include "ApplicationId.h"
-#include "ModuleFunction.h"
 #include "Platform/Linux/MainBundle.h"
 #include "Platform/Linux/TimeText.h"
 #include "StatusItem.h"
@@ -43,6 +42,7 @@ AppDelegate::AppDelegate(BusConnection session, std::function<void()> quit)
               .files = files_,
               .defaults = defaults_,
               .applicationSupport = Glib::get_user_data_dir()}),
+      iconModule_(bundle_.location / "lumora_icon.so"),
       viewsLoader_(bundle_.location / "lumora_views.so", *this) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
@@ -80,8 +80,7 @@ void AppDelegate::updateStatusItem() {
 
 /// Nothing where the module is missing: then the item has its text in the tooltip alone.
 std::vector<Icon> AppDelegate::draw(const DrawnIcon& icon) const {
-  const auto drawer =
-      moduleFunction<DrawTrayIcon>(bundle_.location / "lumora_icon.so", kDrawTrayIconName);
+  const auto drawer = iconModule_.function<DrawTrayIcon>(kDrawTrayIconName);
   std::vector<Icon> drawn;
   if (drawer != nullptr) drawer(icon, drawn);
   return drawn;

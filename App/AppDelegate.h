@@ -75,6 +75,7 @@ class AppDelegate final : public ViewsHost {
   std::vector<Subscription> subscriptions_;
   // From the first click on.
   std::optional<DesktopAppearance> appearance_;
+  Module iconModule_;
   ViewsLoader viewsLoader_;
   Lifetime lifetime_;
 };

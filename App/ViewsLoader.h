@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Module.h"
 #include "Views/ViewsModule.h"
 
 #include <filesystem>
@@ -14,8 +15,8 @@ namespace lumora {
 class ViewsLoader {
  public:
   /// `module` is the shared object; `host` must outlive the loader.
-  ViewsLoader(std::filesystem::path module, ViewsHost& host)
-      : module_(std::move(module)), host_(host) {}
+  ViewsLoader(const std::filesystem::path& module, ViewsHost& host)
+      : module_(module), host_(host) {}
 
   /// Null where the views cannot be loaded or there is no display; it is tried again each time.
   Views* load();
@@ -24,7 +25,7 @@ class ViewsLoader {
   Views* loaded() const { return views_.get(); }
 
  private:
-  std::filesystem::path module_;
+  Module module_;
   ViewsHost& host_;
   std::unique_ptr<Views> views_;
 };

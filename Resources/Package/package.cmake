@@ -1,14 +1,9 @@
 # SPDX-FileCopyrightText: 2026 The Lumora authors
 # SPDX-License-Identifier: GPL-3.0-or-later
 # A Debian package: cpack --config build/release/CPackConfig.cmake
-find_program(GZIP gzip REQUIRED)
-set(changelog ${PROJECT_BINARY_DIR}/changelog.gz)
-add_custom_command(OUTPUT ${changelog}
-  COMMAND ${GZIP} --best --no-name --stdout ${PROJECT_SOURCE_DIR}/CHANGELOG.md > ${changelog}
-  DEPENDS CHANGELOG.md
-  VERBATIM)
-add_custom_target(lumora_changelog ALL DEPENDS ${changelog})
-install(FILES ${changelog} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/lumora COMPONENT desktop)
+configure_file(Resources/Package/changelog.in changelog @ONLY)
+compressed(${PROJECT_BINARY_DIR}/changelog)
+install(FILES ${PROJECT_BINARY_DIR}/changelog.gz DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/lumora COMPONENT desktop)
 install(FILES Resources/Package/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/lumora COMPONENT desktop)
 
 set(CPACK_GENERATOR DEB)
