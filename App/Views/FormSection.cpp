@@ -86,6 +86,7 @@ QLabel* FormSection::addRow(const QString& text, QWidget* control) {
   auto* row = new Row;
   QLabel* label = makeWrapping(TextRole::body, text);
   control->setAccessibleName(text);
+  label->setBuddy(control);
   row->add(label, 1);
   row->add(control, 0);
   rows_->addWidget(row);

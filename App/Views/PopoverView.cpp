@@ -5,6 +5,7 @@
 #include "Views/DateText.h"
 #include "Views/Labels.h"
 
+#include <QAccessibleWidget>
 #include <QEvent>
 #include <QFrame>
 #include <QHBoxLayout>
@@ -21,6 +22,8 @@ constexpr int kPadding = 16;
 constexpr int kSpacing = 14;
 constexpr int kMostDetails = 4;
 constexpr int kWeek = 7;
+constexpr int kConnectionMilliseconds = 500;
+constexpr const char* kNoBattery = "No battery found";
 
 template <typename Layout>
 Layout* makeLayout(QWidget* widget, int spacing) {
@@ -40,9 +43,17 @@ std::string formatDay(Date date) {
   return QLocale().toString(dateTime(date).date(), "ddd d").toStdString();
 }
 
+/// What a screen reader takes the popover for.
+QAccessibleInterface* accessiblePopover(const QString& /*className*/, QObject* object) {
+  auto* view = dynamic_cast<PopoverView*>(object);
+  return view != nullptr ? new QAccessibleWidget(view, QAccessible::Dialog) : nullptr;
+}
+
 }  // namespace
 
 PopoverView::PopoverView(ViewsHost& host, QWidget* parent) : QWidget(parent), host_(host) {
+  QAccessible::installFactory(accessiblePopover);
+  QAccessible::installActivationObserver(this);
   setFixedWidth(kWidth);
   setFocusPolicy(Qt::ClickFocus);
   auto* layout = makeLayout<QVBoxLayout>(this, kSpacing);
@@ -66,12 +77,14 @@ PopoverView::PopoverView(ViewsHost& host, QWidget* parent) : QWidget(parent), ho
                     model.historyVersion().subscribe(changed)};
 }
 
+PopoverView::~PopoverView() { QAccessible::removeActivationObserver(this); }
+
 QWidget* PopoverView::makeNoBattery() {
   auto* widget = new QWidget;
   auto* layout = makeLayout<QVBoxLayout>(widget, 8);
   layout->setContentsMargins(0, 20, 0, 20);
   layout->addWidget(new NoBatterySymbol, 0, Qt::AlignHCenter);
-  layout->addWidget(makeLabel(TextRole::headline, "No battery found"), 0, Qt::AlignHCenter);
+  layout->addWidget(makeLabel(TextRole::headline, kNoBattery), 0, Qt::AlignHCenter);
   auto* why =
       makeWrapping(TextRole::caption, "This Mac does not report a battery, so Lumora stays quiet.");
   why->setAlignment(Qt::AlignHCenter);
@@ -191,6 +204,17 @@ void PopoverView::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
 }
 
+/// At the first opening the popover has the focus before a screen reader can hear of it. Qt does
+/// not say when its connection to the readers stands.
+void PopoverView::accessibilityActiveChanged(bool active) {
+  if (!active) return;
+  QTimer::singleShot(kConnectionMilliseconds, this, [this] {
+    if (!hasFocus()) return;
+    QAccessibleEvent event(this, QAccessible::Focus);
+    QAccessible::updateAccessibility(&event);
+  });
+}
+
 /// A change is announced before it happens, and several come together.
 void PopoverView::scheduleUpdate() {
   if (updateScheduled_ || !isVisible()) return;
@@ -207,6 +231,10 @@ void PopoverView::updateContent() {
                                       host_.now(), formatTime);
   noBattery_->setVisible(!content);
   battery_->setVisible(content.has_value());
+  setAccessibleName(
+      content
+          ? QString("%1%. %2").arg(content->percent).arg(QString::fromStdString(content->stateText))
+          : kNoBattery);
   if (!content) return;
   updateBattery(*content);
   updateHistory();

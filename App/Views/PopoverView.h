@@ -8,6 +8,7 @@
 #include "Views/SegmentedPicker.h"
 #include "Views/ViewsModule.h"
 
+#include <QAccessible>
 #include <QWidget>
 #include <vector>
 
@@ -18,10 +19,11 @@ namespace lumora {
 
 /// The content of the popover, 340 pixels wide and as high as it needs to be. While visible it
 /// follows the model, at most once a turn of the loop.
-class PopoverView : public QWidget {
+class PopoverView : public QWidget, private QAccessible::ActivationObserver {
  public:
   /// The host must outlive the view.
   explicit PopoverView(ViewsHost& host, QWidget* parent = nullptr);
+  ~PopoverView() override;
 
  protected:
   void showEvent(QShowEvent* event) override;
@@ -43,6 +45,7 @@ class PopoverView : public QWidget {
   QWidget* makeFooter();
   static Row makeRow();
 
+  void accessibilityActiveChanged(bool active) override;
   void scheduleUpdate();
   void updateContent();
   void updateBattery(const BatteryContent& content);

@@ -53,7 +53,7 @@ StoredControls::Group SettingsView::addReminder(FormSection* section, const char
                                                 const char* key) {
   connect(controls_.addSwitch({section}, title, key), &Switch::toggled, this,
           [this] { askForPermission(); });
-  return {section, key};
+  return {section, key, title};
 }
 
 void SettingsView::addReminders() {

@@ -80,6 +80,8 @@ void StoredControls::addSound(const Group& group, const char* key) {
     }
   });
   add(group, "Sound", control);
+  // There are several; a screen reader says which.
+  control->setAccessibleDescription(group.title);
   updates_.emplace_back([this, key, control] {
     control->show(store_.stringForKey(key).value_or(kDefaultSoundName));
   });

@@ -17,10 +17,11 @@ namespace lumora {
 /// writes when the user changes it and at no other time.
 class StoredControls {
  public:
-  /// Where controls go, and the switch that must be on for them; null for none.
+  /// Where controls go, the switch that must be on for them, and what they are for; null for none.
   struct Group {
     FormSection* section = nullptr;
     const char* enabledKey = nullptr;
+    const char* title = nullptr;
   };
   struct Number {
     const char* before = "";
