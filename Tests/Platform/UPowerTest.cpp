@@ -72,8 +72,8 @@ TEST_F(UPowerTest, ReadsTheOneBattery) {
 
 TEST_F(UPowerTest, TellsAnEventWhenTheBatteryChanges) {
   laptop.setBattery("BAT0", {{"percent", variant(59)}});
-  EXPECT_TRUE(waitFor([&] { return changes > 0; }));
-  EXPECT_EQ(read().percent, 59);
+  // The first event may be of the reading before.
+  EXPECT_TRUE(waitFor([&] { return changes > 0 && read().percent == 59; }));
 }
 
 TEST_F(UPowerTest, ChargesOnTheAdapter) {
