@@ -34,7 +34,7 @@ AppDelegate::AppDelegate(BusConnection session, std::function<void()> quit)
                      permissions_, soundPlayer_),
       model_({.clock = clock_,
               .runLoop = runLoop_,
-              .powerSources = powerSources_,
+              .powerSources = steadyPowerSources_,
               .lowPowerMode = lowPowerMode_,
               .sleepEvents = sleepEvents_,
               .notificationCentre = notifications_,

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "AppModel.h"
+#include "Battery/SteadyPowerSources.h"
 #include "Lifetime.h"
 #include "Platform/Linux/AutostartEntry.h"
 #include "Platform/Linux/DesktopAppearance.h"
@@ -64,6 +65,7 @@ class AppDelegate final : public ViewsHost {
   Bundle bundle_;
   DefaultsStore defaults_;
   UPower powerSources_;
+  SteadyPowerSources steadyPowerSources_{powerSources_, clock_, runLoop_};
   PowerProfiles lowPowerMode_;
   Logind sleepEvents_;
   AutostartEntry loginItem_;

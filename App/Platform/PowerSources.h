@@ -16,7 +16,7 @@ class PowerSources {
   virtual ~PowerSources() = default;
 
   /// One description per power source, in the system's order; absent when the system gives none.
-  virtual std::optional<std::vector<Dictionary>> descriptions() const = 0;
+  virtual std::optional<std::vector<Dictionary>> descriptions() = 0;
 
   /// What the battery itself reports (cycles, capacities, temperature, voltage, current) and the
   /// adapter; absent when there is no such entry.

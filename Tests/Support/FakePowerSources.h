@@ -17,7 +17,7 @@ class FakePowerSources final : public PowerSources {
  public:
   explicit FakePowerSources(Recorder* recorder = nullptr) : recorder_(recorder) {}
 
-  std::optional<std::vector<Dictionary>> descriptions() const override {
+  std::optional<std::vector<Dictionary>> descriptions() override {
     record(recorder_, "sources");
     return sources;
   }

@@ -35,7 +35,7 @@ void UPower::whenReady(std::chrono::milliseconds patience, std::function<void()>
                                  static_cast<unsigned>(patience.count()));
 }
 
-std::optional<std::vector<Dictionary>> UPower::descriptions() const {
+std::optional<std::vector<Dictionary>> UPower::descriptions() {
   return powerSourceDescriptions(published_);
 }
 

@@ -28,7 +28,7 @@ class UPower final : public PowerSources, public sigc::trackable {
   /// after `patience` at the latest.
   void whenReady(std::chrono::milliseconds patience, std::function<void()> ready);
 
-  std::optional<std::vector<Dictionary>> descriptions() const override;
+  std::optional<std::vector<Dictionary>> descriptions() override;
   std::optional<Dictionary> registryEntry() const override;
   bool observe(std::function<void()> changed) override;
 

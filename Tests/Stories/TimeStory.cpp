@@ -1,0 +1,123 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Quiet hours, snoozes, and clocks that change.
+#include "Machine.h"
+#include "Support/Builders.h"
+
+#include <gmock/gmock.h>
+
+namespace lumora::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Quiet from 22:00 until 07:00.
+void beQuietAtNight(Machine& machine) { machine.defaults().set("quietEnabled", true); }
+
+TEST(TimeStory, QuietHoursHoldTheReminderUntilTheMorning) {
+  Machine machine(60);
+  machine.start();
+  beQuietAtNight(machine);
+  machine.stayUntil(23, 0);
+  machine.battery(15);
+  machine.stayUntil(6, 59);
+  EXPECT_THAT(machine.told(), IsEmpty());
+  machine.stayUntil(9, 0);
+  EXPECT_THAT(machine.kinds(), ElementsAre("Tue 07:00 low", "Tue 07:00 lowPower"));
+}
+
+TEST(TimeStory, WhatIsOverByTheMorningIsNotTold) {
+  Machine machine(60);
+  machine.start();
+  beQuietAtNight(machine);
+  machine.stayUntil(23, 0);
+  machine.battery(15);
+  machine.stayUntil(1, 0);
+  machine.plugIn();
+  machine.goTo(50, minutes(2));
+  machine.stayUntil(9, 0);
+  EXPECT_THAT(machine.told(), IsEmpty());
+}
+
+/// From the evening before the clocks change, in Berlin.
+void sleepUntilTheEveningOf(Machine& machine, int days) {
+  machine.sleep(hours(24 * days), 60);
+  machine.stayUntil(21, 0);
+}
+
+TEST(TimeStory, TheNightInWhichSummerTimeBegins) {
+  const ScopedTimeZone zone("Europe/Berlin");
+  Machine machine(60);
+  machine.start();
+  beQuietAtNight(machine);
+  sleepUntilTheEveningOf(machine, 26);  // Saturday, 28 March
+  machine.stayUntil(23, 0);
+  machine.battery(15);
+  machine.stayUntil(9, 0);
+  EXPECT_THAT(machine.kinds(), ElementsAre("Sun 07:00 low", "Sun 07:00 lowPower"));
+  // A day of 23 hours, with one sample a minute, one of the wake-up and one of the change.
+  EXPECT_EQ(machine.history().back(), "Sat 09:00:03 to 09:00:00 battery 60 to 15 %: 1382");
+}
+
+TEST(TimeStory, TheNightInWhichSummerTimeEnds) {
+  const ScopedTimeZone zone("Europe/Berlin");
+  Machine machine(60);
+  machine.start();
+  beQuietAtNight(machine);
+  sleepUntilTheEveningOf(machine, 26 + 210);  // Saturday, 24 October
+  machine.stayUntil(23, 0);
+  machine.battery(15);
+  machine.stayUntil(9, 0);
+  EXPECT_THAT(machine.kinds(), ElementsAre("Sun 07:00 low", "Sun 07:00 lowPower"));
+  // From 10 o'clock, in a night that has its third hour twice.
+  EXPECT_EQ(machine.history().back(), "Sat 10:00:03 to 09:00:00 battery 60 to 15 %: 1442");
+}
+
+TEST(TimeStory, ASnoozeOutlivesARestart) {
+  Machine machine(25);
+  machine.start();
+  machine.battery(20);
+  machine.model().snooze();
+  machine.stay(minutes(20));
+  machine.plugIn();
+  machine.stay(minutes(1));
+  machine.start();
+  machine.unplug();
+  machine.stay(minutes(38));
+  EXPECT_THAT(machine.kinds(), ElementsAre("Mon 08:00 low"));
+  machine.stay(minutes(2));
+  EXPECT_THAT(machine.kinds(), ElementsAre("Mon 08:00 low", "Mon 09:00 low", "Mon 09:00 lowPower"));
+}
+
+TEST(TimeStory, AFlightToAnotherTimeZone) {
+  Machine machine(60);
+  std::optional<ScopedTimeZone> zone(std::in_place, "Europe/Berlin");
+  machine.start();
+  beQuietAtNight(machine);
+  machine.stayUntil(21, 30);
+  // In New York it is half past three in the afternoon.
+  zone.emplace("America/New_York");
+  machine.battery(20);
+  EXPECT_THAT(machine.kinds(), ElementsAre("Mon 15:30 low", "Mon 15:30 lowPower"));
+  machine.stayUntil(22, 0);
+  machine.plugIn();
+  machine.goTo(80, seconds(30));
+  machine.stayUntil(7, 0);
+  EXPECT_THAT(machine.kinds(), ElementsAre("Mon 15:30 low", "Mon 15:30 lowPower",
+                                           "Tue 07:00 chargeLimit", "Tue 07:00 tooLong"));
+}
+
+TEST(TimeStory, AClockThatIsSetBackIsNoReasonToHoldBack) {
+  Machine machine(60);
+  machine.start();
+  machine.plugIn();
+  machine.unplug();
+  machine.plugIn();
+  machine.setClock(-hours(24));
+  machine.stay(minutes(1));
+  EXPECT_TRUE(machine.model().state()->pluggedIn);
+}
+
+}  // namespace
+}  // namespace lumora::test
