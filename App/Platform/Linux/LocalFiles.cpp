@@ -82,6 +82,11 @@ std::filesystem::path withSuffix(std::filesystem::path path, const char* suffix)
   return path;
 }
 
+/// Where a new content is written before it takes the file's place.
+std::filesystem::path temporaryFor(const std::filesystem::path& target) {
+  return withSuffix(target, ".new");
+}
+
 std::optional<FileStamp> writeNew(const std::filesystem::path& path, std::string_view bytes) {
   // What lies there is left from a write that was cut short.
   ::unlink(path.c_str());
@@ -105,6 +110,8 @@ void LocalFiles::createFolders(const std::filesystem::path& folder) {
 
 FileContent LocalFiles::read(const std::filesystem::path& path) {
   FileContent content;
+  // What a write left that was cut short.
+  ::unlink(temporaryFor(behindLinks(path)).c_str());
   // Without O_NONBLOCK, opening a pipe would wait for its writer.
   const OpenFile file(path, O_RDONLY | O_NONBLOCK);
   content.exists = file || errno != ENOENT;
@@ -132,7 +139,7 @@ std::optional<FileStamp> LocalFiles::replace(const std::filesystem::path& path,
                                              std::string_view bytes) {
   const auto target = behindLinks(path);
   createFolders(target.parent_path());
-  const auto temporary = withSuffix(target, ".new");
+  const auto temporary = temporaryFor(target);
   const auto stamp = writeNew(temporary, bytes);
   if (stamp && ::rename(temporary.c_str(), target.c_str()) == 0) return stamp;
   ::unlink(temporary.c_str());
@@ -142,7 +149,7 @@ std::optional<FileStamp> LocalFiles::replace(const std::filesystem::path& path,
 bool LocalFiles::keepAs(const std::filesystem::path& path, const std::filesystem::path& name) {
   const auto target = behindLinks(path);
   // A second name first, so that the file is never without one; not every file system has them.
-  const auto temporary = withSuffix(name, ".new");
+  const auto temporary = temporaryFor(target);
   ::unlink(temporary.c_str());
   if (::link(target.c_str(), temporary.c_str()) == 0) {
     if (::rename(temporary.c_str(), name.c_str()) == 0) return true;
