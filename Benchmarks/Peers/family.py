@@ -24,7 +24,7 @@ class Family:
 
     def cpu_ms(self):
         """CPU time so far, in milliseconds: of all threads, those that have ended among them."""
-        return sum(time.clock_gettime(_cpu_clock(int(process.name))) for process in self.processes()) * 1000
+        return sum(_cpu_seconds(int(process.name)) for process in self.processes()) * 1000
 
     def wake_ups(self):
         """Voluntary context switches so far, by thread."""
@@ -62,9 +62,17 @@ def _environment(folder):
 
 
 def _number(path, name):
-    return next(int(line.split()[1]) for line in path.read_text().splitlines() if line.startswith(f"{name}:"))
+    """A number of a file of lines, or 0 where its process or thread has ended meanwhile."""
+    try:
+        lines = path.read_text().splitlines()
+    except OSError:
+        return 0
+    return next((int(line.split()[1]) for line in lines if line.startswith(f"{name}:")), 0)
 
 
-def _cpu_clock(process):
-    """The number by which Linux knows the clock of a process's CPU time (clock_getcpuclockid)."""
-    return (~process << 3) | 2
+def _cpu_seconds(process):
+    # The number by which Linux knows the clock of a process's CPU time (clock_getcpuclockid).
+    try:
+        return time.clock_gettime((~process << 3) | 2)
+    except OSError:
+        return 0

@@ -25,7 +25,7 @@ for folder in (HERE.parent, HERE.parent.parent / "Tests" / "Laptop", HERE.parent
 
 from family import Family  # noqa: E402
 from programs import PANEL_HEIGHT, PROGRAMS  # noqa: E402
-from remote import RemoteLaptop  # noqa: E402
+from remote import RemoteLaptop, wait_for  # noqa: E402
 
 FIGURES = HERE / "figures.json"
 STARTS = 7
@@ -69,7 +69,7 @@ class Run:
         begin = time.monotonic()
         self._process = program.start(self._log, self.family.environment)
         try:
-            self._wait(lambda: tray.shows_something())
+            self._wait_for_item()
         except NoItem:
             self.__exit__()
             raise
@@ -82,17 +82,19 @@ class Run:
     def __exit__(self, *_):
         self.family.end()
         self._process.wait()
-        while self._tray.shows_something():
-            time.sleep(LOOK_SECONDS)
+        wait_for(lambda: not self._tray.shows_something(), TO_SHOW_SECONDS, "an empty tray")
 
-    def _wait(self, condition):
+    def _wait_for_item(self):
         deadline = time.monotonic() + TO_SHOW_SECONDS
-        while not condition():
+        while not self._tray.shows_something():
             if time.monotonic() > deadline or self._process.poll() not in (None, 0):
-                self._log.seek(0)
-                raise NoItem(" ".join(self._log.read().splitlines()[-1:]) or f"no item in {TO_SHOW_SECONDS} s")
+                raise NoItem(self._last_word() or f"no item in {TO_SHOW_SECONDS} s")
             # Asked without a pause, the display would do nothing else.
             time.sleep(LOOK_SECONDS)
+
+    def _last_word(self):
+        self._log.seek(0)
+        return "".join(self._log.read().splitlines()[-1:])
 
 
 def pass_time(minutes, busy, laptop):
@@ -110,20 +112,19 @@ def costs(program, tray, minutes, busy, laptop):
         with Run(program, tray) as run:
             starts.append((run.cpu_ms, run.wall_ms))
     # The first one reads the disk.
-    cpu, wall = zip(*starts[1:])
+    cpu, wall = map(statistics.median, zip(*starts[1:]))
     with Run(program, tray) as run:
-        family = run.family
         program.use()
         time.sleep(SETTLE_SECONDS)
-        before = family.cpu_ms(), family.wake_ups(), family.written()
+        family = run.family
+        cpu_before, wakes_before, written_before = family.cpu_ms(), family.wake_ups(), family.written()
         pass_time(minutes, busy, laptop)
-        after = family.cpu_ms(), family.wake_ups(), family.written()
-        wakes = sum(count - before[1].get(thread, 0) for thread, count in after[1].items())
+        wakes = sum(count - wakes_before.get(thread, 0) for thread, count in family.wake_ups().items())
         return {
-            **family.memory(), "wake_ups": wakes / minutes, "cpu": (after[0] - before[0]) / minutes,
-            "start_cpu": statistics.median(cpu), "start_wall": statistics.median(wall),
-            "written": (after[2] - before[2]) / minutes * MINUTES_A_DAY, "threads": family.threads(),
-            "processes": len(family.processes())}
+            **family.memory(), "wake_ups": wakes / minutes, "cpu": (family.cpu_ms() - cpu_before) / minutes,
+            "start_cpu": cpu, "start_wall": wall,
+            "written": (family.written() - written_before) / minutes * MINUTES_A_DAY,
+            "threads": family.threads(), "processes": len(family.processes())}
 
 
 def keep(battery, name, figures):
