@@ -8,6 +8,7 @@ measure.py [--busy] MINUTES [PROGRAM...]
 import argparse
 import itertools
 import json
+import os
 import pathlib
 import statistics
 import sys
@@ -37,8 +38,8 @@ MINUTES_A_DAY = 24 * 60
 MARKS = itertools.count(1)
 
 
-class NoItem(Exception):
-    """A program that shows nothing in the tray, and its last word."""
+class DidNotRun(Exception):
+    """A program that shows nothing in the tray or ends by itself, and its last word."""
 
 
 class Tray:
@@ -64,13 +65,13 @@ class Run:
     def __init__(self, program, tray):
         self._tray = tray
         self._log = tempfile.TemporaryFile("w+")
-        self.family = Family(str(next(MARKS)))
+        self.family = Family(f"{os.getpid()}-{next(MARKS)}")
         program.prepare()
         begin = time.monotonic()
         self._process = program.start(self._log, self.family.environment)
         try:
             self._wait_for_item()
-        except NoItem:
+        except DidNotRun:
             self.__exit__()
             raise
         self.wall_ms = (time.monotonic() - begin) * 1000
@@ -88,11 +89,12 @@ class Run:
         deadline = time.monotonic() + TO_SHOW_SECONDS
         while not self._tray.shows_something():
             if time.monotonic() > deadline or self._process.poll() not in (None, 0):
-                raise NoItem(self._last_word() or f"no item in {TO_SHOW_SECONDS} s")
+                raise DidNotRun(self.last_word() or f"no item in {TO_SHOW_SECONDS} s")
             # Asked without a pause, the display would do nothing else.
             time.sleep(LOOK_SECONDS)
 
-    def _last_word(self):
+    def last_word(self):
+        """The last line of its output."""
         self._log.seek(0)
         return "".join(self._log.read().splitlines()[-1:])
 
@@ -119,6 +121,8 @@ def costs(program, tray, minutes, busy, laptop):
         family = run.family
         cpu_before, wakes_before, written_before = family.cpu_ms(), family.wake_ups(), family.written()
         pass_time(minutes, busy, laptop)
+        if not family.processes():
+            raise DidNotRun(run.last_word() or "ended by itself")
         wakes = sum(count - wakes_before.get(thread, 0) for thread, count in family.wake_ups().items())
         return {
             **family.memory(), "wake_ups": wakes / minutes, "cpu": (family.cpu_ms() - cpu_before) / minutes,
@@ -147,7 +151,7 @@ def main():
         figures = {"version": program.version(), "minutes": options.minutes}
         try:
             figures |= costs(program, tray, options.minutes, options.busy, laptop)
-        except NoItem as error:
+        except DidNotRun as error:
             figures["error"] = str(error)
         keep("busy" if options.busy else "quiet", program.name, figures)
 

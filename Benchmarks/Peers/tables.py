@@ -47,8 +47,8 @@ def section(programs, rows):
 
 def versions(programs):
     """Which versions were measured."""
-    of_peers = [f"{name} {figures['version']}" for name, figures in programs.items() if "," not in name]
-    return "Measured: " + ", ".join(of_peers) + "."
+    each = [f"{name} {figures['version']}" for name, figures in programs.items() if "," not in name]
+    return f"Measured: {', '.join(each)}."
 
 
 def put(document, marker, text):
@@ -70,7 +70,8 @@ def main():
     """Both documents; the README has the peers only."""
     kept = json.loads((HERE / "figures.json").read_text())
     for battery, programs in kept.items():
-        put(ROOT / "Docs" / "Performance.md", f"{battery} battery", f"{section(programs, ROWS)}\n\n{versions(programs)}")
+        text = f"{section(programs, ROWS)}\n\n{versions(programs)}"
+        put(ROOT / "Docs" / "Performance.md", f"{battery} battery", text)
     peers = {name: figures for name, figures in kept["quiet"].items() if "," not in name}
     put(ROOT / "README.md", "costs", section(peers, [row for row in ROWS if row[1] in SHORT]))
 
