@@ -12,7 +12,7 @@ from collections.abc import Callable
 from bundle import forget, windows
 from environment import PRELOAD
 from month import write_history
-from remote import wait_for
+from remote import RemoteLaptop, wait_for
 from screen import click, key, x_screen
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
@@ -61,6 +61,8 @@ def _open_and_close():
 
 
 def _show_xfces_item():
+    # It leaves by itself when it was not needed for some minutes.
+    RemoteLaptop().start("xfconf")
     subprocess.check_call(["xfconf-query", "--channel", "xfce4-power-manager", "--create", "--type", "bool",
                            "--property", "/xfce4-power-manager/show-tray-icon", "--set", "true"])
 
