@@ -7,8 +7,6 @@ tray that shows a label, and once in Xfce's panel, for which the text is drawn. 
 click to a popover that is painted, the first time and later.
 """
 
-import json
-import os
 import pathlib
 import statistics
 import subprocess
@@ -23,6 +21,7 @@ from gi.repository import Gdk, Gio, GLib  # noqa: E402
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "Tests" / "EndToEnd"))
 
 from bundle import Lumora, forget, windows  # noqa: E402
+from month import write_history  # noqa: E402
 from remote import RemoteLaptop, wait_for  # noqa: E402
 from resident import cpu_ms, row, status  # noqa: E402
 from screen import x_screen  # noqa: E402
@@ -31,7 +30,6 @@ WATCHER = "org.kde.StatusNotifierWatcher"
 INTERFACE = f"""<node><interface name="{WATCHER}">
 <method name="RegisterStatusNotifierItem"><arg type="s" direction="in"/></method>
 <property name="IsStatusNotifierHostRegistered" type="b" access="read"/></interface></node>"""
-SAMPLES = 43_200
 OPENINGS = 20
 LOOK_SECONDS = 0.002
 SETTLED_THREADS = 3
@@ -55,16 +53,6 @@ class LabelTray:
         invocation.return_value(None)
         self.bus.call(item, "/StatusNotifierItem", "org.freedesktop.DBus.Properties", "GetAll",
                       GLib.Variant("(s)", ("org.kde.StatusNotifierItem",)), None, 0, -1, None, None)
-
-
-def write_history():
-    """Thirty days of minutes."""
-    file = pathlib.Path(os.environ["XDG_DATA_HOME"]) / "Lumora" / "history.json"
-    file.parent.mkdir(parents=True, exist_ok=True)
-    now = time.time()
-    samples = [{"t": now - 60 * age, "p": 20 + age % 80, "c": age % 2 == 0, "a": age % 2 == 0}
-               for age in range(SAMPLES, 0, -1)]
-    file.write_text(json.dumps(samples))
 
 
 def memory(process, name, limit):

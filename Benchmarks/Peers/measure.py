@@ -1,0 +1,160 @@
+# SPDX-FileCopyrightText: 2026 The Lumora authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Measure programs one after the other in the simulated laptop, and keep the raw figures.
+
+measure.py [--busy] MINUTES [PROGRAM...]
+"""
+
+import argparse
+import itertools
+import json
+import os
+import pathlib
+import statistics
+import sys
+import tempfile
+import time
+
+import gi
+
+gi.require_version("Gdk", "3.0")
+from gi.repository import Gdk  # noqa: E402
+
+HERE = pathlib.Path(__file__).resolve().parent
+for folder in (HERE.parent, HERE.parent.parent / "Tests" / "Laptop", HERE.parent.parent / "Tests" / "EndToEnd"):
+    sys.path.append(str(folder))
+
+from family import Family  # noqa: E402
+from programs import PANEL_HEIGHT, PROGRAMS  # noqa: E402
+from remote import RemoteLaptop, wait_for  # noqa: E402
+
+FIGURES = HERE / "figures.json"
+STARTS = 7
+SETTLE_SECONDS = 60
+TO_SHOW_SECONDS = 20
+LOOK_SECONDS = 0.002
+TRAY_WIDTH = 100
+MINUTES_A_DAY = 24 * 60
+MARKS = itertools.count(1)
+
+
+class DidNotRun(Exception):
+    """A program that shows nothing in the tray or ends by itself, and its last word."""
+
+
+class Tray:
+    """The right end of the panel, where the tray is; empty when made."""
+
+    def __init__(self):
+        Gdk.init([])
+        self._root = Gdk.get_default_root_window()
+        self._empty = self._picture()
+
+    def shows_something(self):
+        """Whether an item is drawn."""
+        return self._picture() != self._empty
+
+    def _picture(self):
+        left = self._root.get_width() - TRAY_WIDTH
+        return Gdk.pixbuf_get_from_window(self._root, left, 0, TRAY_WIDTH, PANEL_HEIGHT).get_pixels()
+
+
+class Run:
+    """One start of a program up to the item that is drawn: `with Run(program, tray) as run`."""
+
+    def __init__(self, program, tray):
+        self._tray = tray
+        self._log = tempfile.TemporaryFile("w+")
+        self.family = Family(f"{os.getpid()}-{next(MARKS)}")
+        program.prepare()
+        begin = time.monotonic()
+        self._process = program.start(self._log, self.family.environment)
+        try:
+            self._wait_for_item()
+        except DidNotRun:
+            self.__exit__()
+            raise
+        self.wall_ms = (time.monotonic() - begin) * 1000
+        self.cpu_ms = self.family.cpu_ms()
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.family.end()
+        self._process.wait()
+        wait_for(lambda: not self._tray.shows_something(), TO_SHOW_SECONDS, "an empty tray")
+
+    def _wait_for_item(self):
+        deadline = time.monotonic() + TO_SHOW_SECONDS
+        while not self._tray.shows_something():
+            if time.monotonic() > deadline or self._process.poll() not in (None, 0):
+                raise DidNotRun(self.last_word() or f"no item in {TO_SHOW_SECONDS} s")
+            # Asked without a pause, the display would do nothing else.
+            time.sleep(LOOK_SECONDS)
+
+    def last_word(self):
+        """The last line of its output."""
+        self._log.seek(0)
+        return "".join(self._log.read().splitlines()[-1:])
+
+
+def pass_time(minutes, busy, laptop):
+    """Wait; on a busy battery, with another percentage every minute."""
+    for minute in range(minutes):
+        if busy:
+            laptop.set_battery(percent=60 - (minute + 1) % 2)
+        time.sleep(60)
+
+
+def costs(program, tray, minutes, busy, laptop):
+    """The figures of one program."""
+    starts = []
+    for _ in range(STARTS):
+        with Run(program, tray) as run:
+            starts.append((run.cpu_ms, run.wall_ms))
+    # The first one reads the disk.
+    cpu, wall = map(statistics.median, zip(*starts[1:]))
+    with Run(program, tray) as run:
+        program.use()
+        time.sleep(SETTLE_SECONDS)
+        family = run.family
+        cpu_before, wakes_before, written_before = family.cpu_ms(), family.wake_ups(), family.written()
+        pass_time(minutes, busy, laptop)
+        if not family.processes():
+            raise DidNotRun(run.last_word() or "ended by itself")
+        wakes = sum(count - wakes_before.get(thread, 0) for thread, count in family.wake_ups().items())
+        return {
+            **family.memory(), "wake_ups": wakes / minutes, "cpu": (family.cpu_ms() - cpu_before) / minutes,
+            "start_cpu": cpu, "start_wall": wall,
+            "written": (family.written() - written_before) / minutes * MINUTES_A_DAY,
+            "threads": family.threads(), "processes": len(family.processes())}
+
+
+def keep(battery, name, figures):
+    """Put the figures of a program into the file."""
+    kept = json.loads(FIGURES.read_text()) if FIGURES.exists() else {}
+    kept.setdefault(battery, {})[name] = figures
+    FIGURES.write_text(json.dumps(kept, indent=2) + "\n")
+
+
+def main():
+    """Each program in turn."""
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--busy", action="store_true")
+    parser.add_argument("minutes", type=int)
+    parser.add_argument("names", nargs="*")
+    options = parser.parse_args()
+    laptop, tray = RemoteLaptop(), Tray()
+    for program in [each for each in PROGRAMS if not options.names or each.name in options.names]:
+        print(f"{program.name} ...", file=sys.stderr, flush=True)
+        figures = {"version": program.version(), "minutes": options.minutes}
+        try:
+            figures |= costs(program, tray, options.minutes, options.busy, laptop)
+        except DidNotRun as error:
+            figures["error"] = str(error)
+        keep("busy" if options.busy else "quiet", program.name, figures)
+
+
+if __name__ == "__main__":
+    main()
