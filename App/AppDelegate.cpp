@@ -4,6 +4,7 @@
 
 #include "ApplicationId.h"
 #include "Platform/Linux/MainBundle.h"
+#include "Platform/Linux/Memory.h"
 #include "Platform/Linux/TimeText.h"
 #include "StatusItem.h"
 #include "TrayIcon/TrayIcon.h"
@@ -14,6 +15,8 @@ namespace lumora {
 namespace {
 
 constexpr std::chrono::milliseconds kPatienceAtLaunch{2000};
+// What is large and rare is over by then.
+constexpr std::chrono::milliseconds kSettled{10'000};
 
 std::filesystem::path settingsFolder() {
   return std::filesystem::path(Glib::get_user_config_dir()) / "Lumora";
@@ -52,6 +55,18 @@ void AppDelegate::applicationDidFinishLaunching() {
     model_.start();
     updateStatusItem();
   });
+  giveBackOnceSettled();
+}
+
+/// The start and each use of the windows need much that nothing else needs.
+void AppDelegate::giveBackOnceSettled() {
+  if (std::exchange(givingBack_, true)) return;
+  runLoop_.runAfter(kSettled, lifetime_.guard([this] {
+    givingBack_ = false;
+    const Views* loaded = viewsLoader_.loaded();
+    if (loaded != nullptr && loaded->anyShown()) return giveBackOnceSettled();
+    giveBackMemory();
+  }));
 }
 
 void AppDelegate::makeStatusItem() {
@@ -107,6 +122,7 @@ void AppDelegate::togglePopover(std::optional<ScreenPoint> click) {
 
 /// The windows, which drive the main loop once they are there. Null without a display.
 Views* AppDelegate::views() {
+  giveBackOnceSettled();
   if (Views* loaded = viewsLoader_.loaded()) return loaded;
   Views* made = viewsLoader_.load();
   if (made != nullptr) runLoop_.runSoon(lifetime_.guard([made] { made->run(); }));

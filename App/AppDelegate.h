@@ -52,6 +52,7 @@ class AppDelegate final : public ViewsHost {
 
  private:
   Views* views();
+  void giveBackOnceSettled();
   void makeStatusItem();
   void updateStatusItem();
   std::vector<Icon> draw(const DrawnIcon& icon) const;
@@ -79,6 +80,7 @@ class AppDelegate final : public ViewsHost {
   std::optional<DesktopAppearance> appearance_;
   Module iconModule_;
   ViewsLoader viewsLoader_;
+  bool givingBack_ = false;
   Lifetime lifetime_;
 };
 

@@ -29,6 +29,9 @@ class QtViews final : public Views {
   }
 
   bool popoverShown() const override { return popover_->isShownToTheUser(); }
+  bool anyShown() const override {
+    return popover_->isVisible() || (settings_ && settings_->isVisible());
+  }
   void showPopover(std::optional<ScreenPoint> click) override { popover_->showAt(click); }
   void closePopover() override { popover_->hideFromTheUser(); }
 

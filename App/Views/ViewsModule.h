@@ -38,6 +38,9 @@ class Views {
   /// Also true right after a click elsewhere closed it: that click may be the one that asks.
   virtual bool popoverShown() const = 0;
 
+  /// Whether the popover or the settings are on the screen.
+  virtual bool anyShown() const = 0;
+
   /// Shows the popover at the click; without one, where the desktop's tray usually is.
   virtual void showPopover(std::optional<ScreenPoint> click) = 0;
 

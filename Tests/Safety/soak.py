@@ -27,9 +27,9 @@ APPLICATION = "org.lumora.Lumora"
 
 
 def taken(process):
-    """Private kilobytes and open files."""
+    """Kilobytes that are its own and lie in no file, and open files."""
     rollup = pathlib.Path(f"/proc/{process}/smaps_rollup").read_text().splitlines()
-    private = sum(int(line.split()[1]) for line in rollup if line.startswith("Private"))
+    private = sum(int(line.split()[1]) for line in rollup if line.startswith("Private_Dirty"))
     return private, len(os.listdir(f"/proc/{process}/fd"))
 
 
@@ -85,7 +85,7 @@ def main():
         found = []
         for part in range(1, PARTS + 1):
             found.append(work.do_part())
-            print(f"part {part:2}: {found[-1][0]} kB private, {found[-1][1]} files open", flush=True)
+            print(f"part {part:2}: {found[-1][0]} kB of its own, {found[-1][1]} files open", flush=True)
         woken = work.rest(minutes)
         code = lumora.end()
         samples = len(lumora.history()) - SAMPLES

@@ -1,0 +1,13 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+namespace lumora {
+
+/// Gives back what this process can have again: code and constants of the program and its
+/// libraries, which lie in their files, and what the allocator has free. What is needed again comes
+/// back page by page. For the moments after something large has happened that may not happen again
+/// soon.
+void giveBackMemory();
+
+}  // namespace lumora
