@@ -43,13 +43,8 @@ void FakeBus::settle() {
   while (!waiting_.empty()) {
     const Call call = std::move(waiting_.front());
     waiting_.pop_front();
-    next_.reset();
-    if (auto& answers = answers_[call.method]; !answers.empty()) {
-      next_ = std::move(answers.front());
-      answers.pop_front();
-    } else if (const auto usual = usual_.find(call.method); usual != usual_.end()) {
-      next_ = usual->second;
-    }
+    prepareAnswer(call.method);
+    if (call.cancellable && call.cancellable->is_cancelled()) next_.reset();
     if (!call.answered.empty()) {
       Glib::RefPtr<Gio::AsyncResult> result;
       call.answered(result);
@@ -58,14 +53,21 @@ void FakeBus::settle() {
   }
 }
 
-void FakeBus::signal(std::string_view name, const Arguments& arguments) {
+void FakeBus::signal(const std::string& name, const Arguments& arguments, const std::string& path) {
   const auto subscriptions = subscriptions_;
-  for (const auto& [id, subscription] : subscriptions) {
-    const auto& [wanted, received] = subscription;
-    if (wanted == name && subscriptions_.contains(id)) {
-      received(connection(), ":1.2", "/", "interface", wanted, arguments);
-    }
+  for (const auto& [id, wanted] : subscriptions) {
+    if (wanted.name != name || !subscriptions_.contains(id)) continue;
+    if (!path.empty() && !wanted.path.empty() && wanted.path != path) continue;
+    wanted.received(connection(), ":1.2", path, "interface", name, arguments);
   }
+}
+
+void FakeBus::appear(std::string_view name) {
+  for (const Watch& watch : watchesOf(name)) watch.appeared(connection(), watch.name, ":1.2");
+}
+
+void FakeBus::vanish(std::string_view name) {
+  for (const Watch& watch : watchesOf(name)) watch.vanished(connection(), watch.name);
 }
 
 void FakeBus::call(const std::string& path, const std::string& method, const Arguments& arguments) {
@@ -106,7 +108,8 @@ void FakeBus::getAllProperties(const std::string& path) {
 std::vector<FakeBus::Call> FakeBus::heard() { return std::exchange(heard_, {}); }
 
 void FakeBus::reset() {
-  expect(subscriptions_.empty() && objects_.empty(), "nobody listens after the end");
+  expect(subscriptions_.empty() && objects_.empty() && watches_.empty(),
+         "nobody listens after the end");
   settle();
   heard_.clear();
   answers_.clear();
@@ -121,12 +124,24 @@ FakeBus::Arguments FakeBus::takeAnswer() {
   return *next_;
 }
 
-unsigned FakeBus::subscribe(const std::string& name, const Signal& received) {
-  subscriptions_.emplace(++lastId_, std::pair(name, received));
+FakeBus::Arguments FakeBus::answerNow(const std::string& method) {
+  prepareAnswer(method);
+  return takeAnswer();
+}
+
+unsigned FakeBus::subscribe(Subscription subscription) {
+  subscriptions_.emplace(++lastId_, std::move(subscription));
   return lastId_;
 }
 
 void FakeBus::unsubscribe(unsigned subscription) { subscriptions_.erase(subscription); }
+
+unsigned FakeBus::watch(Watch watch) {
+  watches_.emplace(++lastId_, std::move(watch));
+  return lastId_;
+}
+
+void FakeBus::unwatch(unsigned watch) { watches_.erase(watch); }
 
 unsigned FakeBus::add(const std::string& path, Object object) {
   objects_.insert_or_assign(path, std::move(object));
@@ -134,5 +149,23 @@ unsigned FakeBus::add(const std::string& path, Object object) {
 }
 
 void FakeBus::remove(const std::string& path) { objects_.erase(path); }
+
+void FakeBus::prepareAnswer(const std::string& method) {
+  next_.reset();
+  if (auto& answers = answers_[method]; !answers.empty()) {
+    next_ = std::move(answers.front());
+    answers.pop_front();
+  } else if (const auto usual = usual_.find(method); usual != usual_.end()) {
+    next_ = usual->second;
+  }
+}
+
+std::vector<FakeBus::Watch> FakeBus::watchesOf(std::string_view name) const {
+  std::vector<Watch> found;
+  for (const auto& [id, watch] : watches_) {
+    if (watch.name == name) found.push_back(watch);
+  }
+  return found;
+}
 
 }  // namespace lumora::test

@@ -27,6 +27,20 @@ class FakeBus {
     std::string method;
     Arguments arguments;
     Gio::SlotAsyncReady answered;
+    Glib::RefPtr<Gio::Cancellable> cancellable = {};
+  };
+
+  struct Subscription {
+    std::string name;
+    std::string path;  ///< Empty: of any object.
+    Signal received;
+  };
+
+  /// Somebody who wants to know whether a name is owned.
+  struct Watch {
+    std::string name;
+    Gio::DBus::SlotNameAppeared appeared;
+    Gio::DBus::SlotNameVanished vanished;
   };
 
   struct Object {
@@ -48,8 +62,11 @@ class FakeBus {
   /// Answers the calls of the program, and those that it makes then, in their order.
   void settle();
 
-  /// A signal from whoever sends those of that name.
-  void signal(std::string_view name, const Arguments& arguments);
+  /// A signal from whoever sends those of that name; without a path, from every object.
+  void signal(const std::string& name, const Arguments& arguments, const std::string& path = {});
+
+  void appear(std::string_view name);
+  void vanish(std::string_view name);
 
   /// Calls the program. As on a real bus, what is not of the interface's types gets an error.
   void call(const std::string& path, const std::string& method, const Arguments& arguments);
@@ -66,18 +83,25 @@ class FakeBus {
   // What takes the place of the real ones.
   void onCall(Call call);
   Arguments takeAnswer();
-  unsigned subscribe(const std::string& name, const Signal& received);
+  Arguments answerNow(const std::string& method);
+  unsigned subscribe(Subscription subscription);
   void unsubscribe(unsigned subscription);
+  unsigned watch(Watch watch);
+  void unwatch(unsigned watch);
   unsigned add(const std::string& path, Object object);
   void remove(const std::string& path);
 
  private:
+  void prepareAnswer(const std::string& method);
+  std::vector<Watch> watchesOf(std::string_view name) const;
+
   std::deque<Call> waiting_;
   std::vector<Call> heard_;
   std::optional<Arguments> next_;
   std::map<std::string, std::deque<std::optional<Arguments>>> answers_;
   std::map<std::string, Arguments> usual_;
-  std::map<unsigned, std::pair<std::string, Signal>> subscriptions_;
+  std::map<unsigned, Subscription> subscriptions_;
+  std::map<unsigned, Watch> watches_;
   std::map<std::string, Object> objects_;
   unsigned lastId_ = 0;
 };

@@ -27,6 +27,7 @@ void fuzz(std::string_view input) {
   for (const auto& [name, properties] : sectionsFrom(input)) {
     devices[name].update(properties);
     std::vector<UPowerDevice> told;
+    told.reserve(devices.size());
     for (const auto& [path, device] : devices) told.push_back(device);
     sources.sources = powerSourceDescriptions(told);
     sources.registry = batteryRegistryEntry(told, 65);
