@@ -25,8 +25,8 @@ void fuzz(std::string_view input) {
     now += Seconds(60);
   };
   for (const auto& [name, values] : sectionsFrom(input)) {
-    const auto dictionary =
-        std::get<Dictionary>(valueFrom(Glib::Variant<Properties>::create(values)).held);
+    Dictionary dictionary;
+    for (const auto& [key, value] : values) dictionary.emplace(key, valueFrom(value));
     if (name == "[source]") {
       if (!sources.sources) sources.sources.emplace();
       sources.sources->push_back(dictionary);

@@ -7,6 +7,7 @@
 #include "Script.h"
 #include "Support/FakeSoundPlayer.h"
 
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -55,23 +56,27 @@ class Desktop {
 
   void end() {
     bus_.settle();
-    std::size_t shown = 0;
+    std::set<std::string> shown;
     for (const auto& call : bus_.heard()) {
       if (call.method != "Notify") continue;
-      ++shown;
-      expect(argument<Glib::ustring>(call.arguments, 3) == "Title", "the title is sent");
+      expect(shown.insert(argument<Glib::ustring>(call.arguments, 3)).second,
+             "what was added is shown once at most");
     }
-    expect(shown <= added_, "what was added is shown once at most");
-    expect(player_.played.size() <= shown, "only what is shown is heard");
+    expect(player_.played.size() <= shown.size(), "only what is shown is heard");
+    if (!notifications_ || permissionAnswered_) return;
+    for (const auto& [identifier, title] : last_) {
+      expect(shown.contains(title), "the last one of each identifier is shown");
+    }
   }
 
  private:
   void add(Words& words) {
     const auto identifier = words.text();
     const auto sound = words.text();
-    ++added_;
+    const auto title = std::to_string(++added_);
+    last_[identifier] = title;
     notifications_->add({.identifier = identifier,
-                         .title = "Title",
+                         .title = title,
                          .body = "Body",
                          .categoryIdentifier = "CATEGORY",
                          .sound = sound.empty() ? NotificationSound(DefaultSound{})
@@ -80,6 +85,7 @@ class Desktop {
 
   void answer(Words& words) {
     const auto method = words.text();
+    permissionAnswered_ = permissionAnswered_ || method == "Lookup";
     bus_.answer(method, argumentsFrom(words));
   }
 
@@ -92,6 +98,8 @@ class Desktop {
   PermissionStore permissions_{FakeBus::connection(), "org.lumora.Lumora"};
   FakeSoundPlayer player_;
   std::optional<DesktopNotifications> notifications_;
+  bool permissionAnswered_ = false;
+  std::map<std::string, std::string> last_;  // Titles by identifier.
   std::size_t added_ = 0;
   std::size_t answered_ = 0;
 };

@@ -165,7 +165,7 @@ std::vector<Section> sectionsFrom(std::string_view script) {
     const auto equals = line.find('=');
     if (equals == std::string_view::npos) continue;
     Words words(line.substr(equals + 1));
-    sections.back().values.insert_or_assign(Words(line.substr(0, equals)).text(),
+    sections.back().values.insert_or_assign(std::string(line.substr(0, equals)),
                                             variantFrom(words));
   }
   return sections;

@@ -5,6 +5,7 @@
 #include "Platform/Linux/Variants.h"
 #include "Platform/Value.h"
 
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -54,7 +55,7 @@ Value valueFrom(const Glib::VariantBase& variant);
 /// A part of a script: a line "[name]" and the lines "key=value" below.
 struct Section {
   std::string name;
-  Properties values;
+  std::map<std::string, Glib::VariantBase> values;
 };
 
 /// At most 32 of them. Lines above the first name belong to a section without one.

@@ -24,8 +24,8 @@ void fuzz(std::string_view input) {
   DefaultsStore defaults(files, "/settings/Lumora/defaults.json");
   Consequences consequences(defaults);
   Date now = kNow;
-  for (const auto& [name, properties] : sectionsFrom(input)) {
-    devices[name].update(properties);
+  for (const auto& [name, values] : sectionsFrom(input)) {
+    devices[name].update(Properties(values.begin(), values.end()));
     std::vector<UPowerDevice> told;
     told.reserve(devices.size());
     for (const auto& [path, device] : devices) told.push_back(device);
