@@ -42,6 +42,12 @@ Tint healthTint(double health) {
   return health >= 80 ? Tint::orange : Tint::red;
 }
 
+/// Whole minutes of a time that has passed; none of one to come, and for any moments a number.
+std::int64_t minutesBetween(Date from, Date to) {
+  constexpr double kMost = 9.0e15;
+  return static_cast<std::int64_t>(std::clamp((to - from).count() / 60, 0.0, kMost));
+}
+
 std::optional<DetailRow> healthRow(const BatteryState& state) {
   const auto label = state.healthLabel();
   if (!label) return std::nullopt;
@@ -81,8 +87,7 @@ std::optional<BatteryContent> batteryContent(const BatteryState& state,
                          .stateText = state.stateText(),
                          .cycles = cycleBar(state)};
   if (pluggedSince) {
-    const auto minutes = static_cast<std::int64_t>((now - *pluggedSince).count() / 60);
-    content.pluggedInFor = "Plugged in for " + formatMinutes(minutes);
+    content.pluggedInFor = "Plugged in for " + formatMinutes(minutesBetween(*pluggedSince, now));
   }
   if (snoozeUntil) content.snoozedUntil = "Alerts snoozed until " + formatTime(*snoozeUntil);
   for (auto& row : {healthRow(state), temperatureRow(state), powerRow(state), adapterRow(state)}) {

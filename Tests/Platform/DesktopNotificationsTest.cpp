@@ -63,6 +63,16 @@ TEST_F(DesktopNotificationsTest, ShowsTitleBodyAndTheButton) {
   EXPECT_EQ(valueOr<Glib::ustring>(got.hints.at("desktop-entry")), "org.lumora.Test");
 }
 
+TEST_F(DesktopNotificationsTest, MayEndWhileAQuestionIsOnItsWay) {
+  {
+    DesktopNotifications ended(laptop.session(), {"org.lumora.Test", "/sounds"}, permissions,
+                               player);
+    ended.add({"low", "Asked for", "Body", "CATEGORY", DefaultSound{}});
+  }
+  add("low", "Shown");
+  EXPECT_EQ(shown(1).front().summary, "Shown");
+}
+
 TEST_F(DesktopNotificationsTest, ReplacesTheOneOfTheSameIdentifier) {
   add("chargeLimit", "First");
   const auto first = shown(1).back();

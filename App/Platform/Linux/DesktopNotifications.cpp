@@ -81,7 +81,9 @@ void DesktopNotifications::add(NotificationRequest request) {
 void DesktopNotifications::begin() {
   busy_ = !requests_.empty();
   if (!busy_) return;
-  permissions_.status([this](AuthorizationStatus status) { onAuthorization(status); });
+  // A slot, because the answer may come after our end.
+  permissions_.status(sigc::slot<void(AuthorizationStatus)>(
+      sigc::mem_fun(*this, &DesktopNotifications::onAuthorization)));
 }
 
 void DesktopNotifications::next() {

@@ -81,6 +81,9 @@ TEST(PopoverContent, TellsHowLongItHasBeenPluggedInInWholeMinutes) {
   EXPECT_EQ(since(120), "Plugged in for 2 min");
   EXPECT_EQ(since(3900), "Plugged in for 1 h 5 min");
   EXPECT_EQ(since(-500), "Plugged in for 1 min");
+  // A time that no integer counts: a history with such a sample can be written by hand.
+  EXPECT_EQ(since(-1e300), "Plugged in for 1 min");
+  EXPECT_EQ(since(1e300), "Plugged in for 150000000000000 h");
 }
 
 TEST(PopoverContent, ShowsTheEndOfASnoozeAlsoWhenItHasPassed) {
