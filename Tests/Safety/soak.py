@@ -86,6 +86,7 @@ def main():
         for part in range(1, PARTS + 1):
             found.append(work.do_part())
             print(f"part {part:2}: {found[-1][0]} kB of its own, {found[-1][1]} files open", flush=True)
+        work.rest(1)
         woken = work.rest(minutes)
         code = lumora.end()
         samples = len(lumora.history()) - SAMPLES
