@@ -94,7 +94,7 @@ void AppDelegate::updateStatusItem() {
 }
 
 /// Nothing where the module is missing: then the item has its text in the tooltip alone.
-std::vector<Icon> AppDelegate::draw(const DrawnIcon& icon) const {
+std::vector<Icon> AppDelegate::draw(const DrawnIcon& icon) {
   const auto drawer = iconModule_.function<DrawTrayIcon>(kDrawTrayIconName);
   std::vector<Icon> drawn;
   if (drawer != nullptr) drawer(icon, drawn);

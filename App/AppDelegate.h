@@ -55,7 +55,7 @@ class AppDelegate final : public ViewsHost {
   void giveBackOnceSettled();
   void makeStatusItem();
   void updateStatusItem();
-  std::vector<Icon> draw(const DrawnIcon& icon) const;
+  std::vector<Icon> draw(const DrawnIcon& icon);
   Menu menu();
 
   BusConnection session_;

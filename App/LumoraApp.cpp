@@ -40,7 +40,8 @@ class LumoraApp : public Gio::Application {
 
   /// Started, for the first time or again.
   void on_activate() override {
-    // The first start activates too; it only takes its place in the background.
+    // The first start activates too; it only takes its place in the background. Where the bus
+    // starts it because somebody wants it, that one's wish comes after.
     if (started_) delegate_->togglePopover(std::nullopt);
     started_ = true;
   }

@@ -26,14 +26,16 @@ class Module {
 
   /// The function that it exports by this name; null where there is none.
   template <typename Function>
-  Function function(const char* name) const {
-    void* loaded =
-        dlopen(("/proc/self/fd/" + std::to_string(file_)).c_str(), RTLD_NOW | RTLD_LOCAL);
-    return loaded == nullptr ? nullptr : reinterpret_cast<Function>(dlsym(loaded, name));
+  Function function(const char* name) {
+    if (loaded_ == nullptr) {
+      loaded_ = dlopen(("/proc/self/fd/" + std::to_string(file_)).c_str(), RTLD_NOW | RTLD_LOCAL);
+    }
+    return loaded_ == nullptr ? nullptr : reinterpret_cast<Function>(dlsym(loaded_, name));
   }
 
  private:
   int file_;
+  void* loaded_ = nullptr;
 };
 
 }  // namespace lumora

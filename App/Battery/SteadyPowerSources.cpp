@@ -47,11 +47,11 @@ std::string powerSource(const Dictionary& source) {
 std::optional<std::vector<Dictionary>> SteadyPowerSources::descriptions() {
   auto sources = sources_.descriptions();
   if (!sources || sources->size() != 1) {
-    told_.reset();
+    known_ = {};
     return sources;
   }
-  told_ = steady(sources->front());
-  sources->front() = *told_;
+  known_.told = steady(sources->front());
+  sources->front() = *known_.told;
   return sources;
 }
 
@@ -65,8 +65,8 @@ Dictionary SteadyPowerSources::steady(const Dictionary& source) {
   const bool loose = isLoose(source, now);
   const bool slip = isSlip(source, now);
   if (loose || slip) lookAgain();
-  Dictionary told = loose ? *told_ : source;
-  if (const Value* percent = find(slip ? *told_ : source, kCapacity)) {
+  Dictionary told = loose ? *known_.told : source;
+  if (const Value* percent = find(slip ? *known_.told : source, kCapacity)) {
     told.insert_or_assign(kCapacity, *percent);
   }
   return told;
@@ -74,26 +74,26 @@ Dictionary SteadyPowerSources::steady(const Dictionary& source) {
 
 bool SteadyPowerSources::isLoose(const Dictionary& source, Date now) {
   const std::string current = powerSource(source);
-  if (current != powerSource_) {
-    restless_ = apart(now, switchedBefore_) < kRestless;
-    switchedBefore_ = switchedAt_;
+  if (current != known_.powerSource) {
+    known_.restless = apart(now, known_.switchedBefore) < kRestless;
+    known_.switchedBefore = known_.switchedAt;
     // What is there at first has not changed.
-    switchedAt_ = powerSource_ ? now : kDistantPast;
-    powerSource_ = current;
+    known_.switchedAt = known_.powerSource ? now : kDistantPast;
+    known_.powerSource = current;
   }
-  const bool differs = told_ && powerSource(*told_) != current;
-  return differs && restless_ && apart(now, switchedAt_) < kPlugProof;
+  const bool differs = known_.told && powerSource(*known_.told) != current;
+  return differs && known_.restless && apart(now, known_.switchedAt) < kPlugProof;
 }
 
 bool SteadyPowerSources::isSlip(const Dictionary& source, Date now) {
   const auto percent = capacity(source);
   if (!percent || *percent > 0) {
-    emptySince_.reset();
+    known_.emptySince.reset();
     return false;
   }
-  if (!emptySince_) emptySince_ = now;
-  const bool sudden = told_ && capacity(*told_).value_or(0) > kNearlyEmpty;
-  return sudden && apart(now, *emptySince_) < kEmptyProof;
+  if (!known_.emptySince) known_.emptySince = now;
+  const bool sudden = known_.told && capacity(*known_.told).value_or(0) > kNearlyEmpty;
+  return sudden && apart(now, *known_.emptySince) < kEmptyProof;
 }
 
 void SteadyPowerSources::lookAgain() {

@@ -40,12 +40,17 @@ class SteadyPowerSources final : public PowerSources {
   const Clock& clock_;
   RunLoop& runLoop_;
   std::function<void()> changed_;
-  std::optional<Dictionary> told_;          ///< What was told last of the battery.
-  std::optional<std::string> powerSource_;  ///< What the system said last.
-  Date switchedAt_ = kDistantPast;          ///< When that changed.
-  Date switchedBefore_ = kDistantPast;      ///< And the time before.
-  bool restless_ = false;                   ///< It was the third change within a minute.
-  std::optional<Date> emptySince_;
+  /// What is known of the battery that is there.
+  struct Known {
+    std::optional<Dictionary> told;          ///< What was told last.
+    std::optional<std::string> powerSource;  ///< What the system said last.
+    Date switchedAt = kDistantPast;          ///< When that changed.
+    Date switchedBefore = kDistantPast;      ///< And the time before.
+    bool restless = false;                   ///< It was the third change within a minute.
+    std::optional<Date> emptySince;
+  };
+
+  Known known_;
   bool lookingAgain_ = false;
   Lifetime lifetime_;
 };

@@ -73,7 +73,7 @@ void DailySummaryView::show(const std::vector<DayRow>& rows) {
 void DailySummaryView::addCell(int row, int column, const QString& text, bool secondary) {
   auto* cell = new QLabel(text);
   setFontRole(cell, TextRole::caption);
-  if (secondary) cell->setForegroundRole(QPalette::PlaceholderText);
+  if (secondary) setTextColor(cell, secondaryColor(palette()));
   // At least the usual width: a large font may need more.
   if (kColumnWidths[column] > 0) cell->setMinimumWidth(kColumnWidths[column]);
   // The columns stay where they are, also for texts that run from right to left.

@@ -3,13 +3,15 @@
 #include "Views/Theme.h"
 
 #include <QApplication>
+#include <QFontDatabase>
+#include <QHash>
 #include <QStringList>
 #include <cstdlib>
 
 namespace lumora {
 namespace {
 
-constexpr double kLargestFont = 100;  // points
+constexpr double kLargestFont = 100;  // points or pixels
 
 bool isDark(const QPalette& palette) { return palette.color(QPalette::Window).lightness() < 128; }
 
@@ -73,6 +75,43 @@ bool isHighContrast(const QPalette& palette) {
     return palette.color(QPalette::Active, role).lightness();
   };
   return std::abs(lightness(QPalette::Window) - lightness(QPalette::WindowText)) == 255;
+}
+
+/// Whether the word is a size: points, or pixels with "px" behind.
+bool takeSize(QString word, double scale, QFont& font) {
+  const bool pixels = word.endsWith("px");
+  if (pixels) word.chop(2);
+  bool isNumber = false;
+  const double size = word.toDouble(&isNumber) * scale;
+  if (!isNumber) return false;
+  if (!(size >= 1 && size < kLargestFont)) return true;
+  pixels ? font.setPixelSize(qRound(size)) : font.setPointSizeF(size);
+  return true;
+}
+
+/// Whether the word is a style of those that Pango knows.
+bool takeStyle(QString word, QFont& font) {
+  const QHash<QString, QFont::Weight> weights = {
+      {"thin", QFont::Thin},         {"ultralight", QFont::ExtraLight},
+      {"light", QFont::Light},       {"semilight", QFont::Light},
+      {"book", QFont::Normal},       {"regular", QFont::Normal},
+      {"normal", QFont::Normal},     {"medium", QFont::Medium},
+      {"semibold", QFont::DemiBold}, {"demibold", QFont::DemiBold},
+      {"bold", QFont::Bold},         {"ultrabold", QFont::ExtraBold},
+      {"heavy", QFont::Black},       {"black", QFont::Black}};
+  word = word.toLower().remove('-');
+  if (const auto weight = weights.find(word); weight != weights.end()) {
+    font.setWeight(*weight);
+  } else if (word == "italic" || word == "oblique") {
+    font.setItalic(true);
+  } else if (word.endsWith("condensed")) {
+    font.setStretch(QFont::Condensed);
+  } else if (word.endsWith("expanded")) {
+    font.setStretch(QFont::Expanded);
+  } else {
+    return false;
+  }
+  return true;
 }
 
 }  // namespace
@@ -158,7 +197,8 @@ QPalette paletteFor(const Appearance& appearance, const QPalette& desktops) {
   if (dark != isDark(desktops) || (appearance.highContrast && !isHighContrast(desktops))) {
     palette = paletteOf(colorsFor(dark, appearance.highContrast));
   }
-  if (appearance.accent) {
+  // Any colour may be hard to see on black or white.
+  if (appearance.accent && !appearance.highContrast) {
     const QColor accent = QColor::fromRgb(*appearance.accent);
     palette.setColor(QPalette::Highlight, accent);
     palette.setColor(QPalette::HighlightedText, textOn(accent));
@@ -168,12 +208,15 @@ QPalette paletteFor(const Appearance& appearance, const QPalette& desktops) {
 }
 
 QFont fontOf(const std::string& description, double scale) {
-  QStringList words = QString::fromStdString(description).split(' ', Qt::SkipEmptyParts);
   QFont font = QApplication::font();
-  bool hasSize = false;
-  const double size = words.isEmpty() ? 0 : words.last().toDouble(&hasSize);
-  if (hasSize) words.removeLast();
-  if (hasSize && size > 0 && size < kLargestFont) font.setPointSizeF(size * scale);
+  // Behind an "@" stand the axes of variable fonts.
+  QStringList words =
+      QString::fromStdString(description).section('@', 0, 0).split(' ', Qt::SkipEmptyParts);
+  if (!words.isEmpty() && takeSize(words.last(), scale, font)) words.removeLast();
+  while (!words.isEmpty() && !QFontDatabase::families().contains(words.join(' ')) &&
+         takeStyle(words.last(), font)) {
+    words.removeLast();
+  }
   QString family = words.join(' ');
   if (family.endsWith(',')) family.chop(1);
   if (!family.isEmpty()) font.setFamilies({family});

@@ -11,8 +11,11 @@ import sys
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "Laptop"))
 
+from gi.repository import Gio, GLib  # noqa: E402
+
 from remote import wait_for  # noqa: E402
 
+MENU = "/MenuBar", "com.canonical.dbusmenu"
 TO_END_SECONDS = 10
 REFRESH_SECONDS = 20
 
@@ -52,6 +55,16 @@ class Lumora:
         if self.process.poll() is None:
             self.process.kill()
             self.process.wait()
+
+    def menu(self, session):
+        """Its menu as its main loop answers now: the labels by their numbers. Raises while it has none."""
+        _, (_, _, entries) = session.call_sync(self.item(), *MENU, "GetLayout", GLib.Variant(
+            "(iias)", (0, -1, ["label"])), None, Gio.DBusCallFlags.NO_AUTO_START, 10_000, None).unpack()
+        return {number: properties.get("label", "") for number, properties, _ in entries}
+
+    def item(self):
+        """The name of its item on the session bus."""
+        return f"org.kde.StatusNotifierItem-{self.process.pid}-1"
 
     def end(self):
         """Ask it to end and give its exit code."""

@@ -34,6 +34,7 @@ class BusObject:
         self._methods = methods
         self._properties = dict(properties or {})
         self.delay_ms = 0
+        self.methods_delay_ms = 0
         self._registrations = [self._register(self._description(), self._on_call)]
         if self._properties:
             self._registrations.append(self._register(PROPERTIES_XML, self._on_properties_call))
@@ -69,7 +70,8 @@ class BusObject:
 
     def _on_call(self, _connection, _sender, _path, _interface, name, arguments, invocation):
         _, results, function = self._methods[name]
-        _answer(invocation, results, lambda: function(*unpack_shallow(arguments)))
+        GLib.timeout_add(self.methods_delay_ms, lambda: _answer(
+            invocation, results, lambda: function(*unpack_shallow(arguments))))
 
     def _on_properties_call(self, _connection, _sender, _path, _interface, name, arguments, invocation):
         call = {"Get": ("v", self._get), "GetAll": ("a{sv}", self._get_all), "Set": ("", self._set)}

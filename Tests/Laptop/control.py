@@ -59,6 +59,7 @@ class Control:
             "SetProfile": ("s", "", self._set_profile),
             "MockNewProfiles": ("b s", "", self._mock_new_profiles),
             "SetAppearance": ("s v", "", self._portal.set),
+            "SlowAppearance": ("i", "", self._portal.slow),
             "PrepareForSleep": ("b", "", self._prepare_for_sleep),
             "Inhibitors": ("", "aa{sv}", self._inhibitors),
             "Notifications": ("", "aa{sv}", lambda: (self._notifications.sent(),)),

@@ -119,6 +119,10 @@ class SettingsPortal:
             own(self._connection, PORTAL)
         self._object.emit("SettingChanged", GLib.Variant("(ssv)", (space, key, value)))
 
+    def slow(self, delay_ms):
+        """Think that long before it answers."""
+        self._object.methods_delay_ms = delay_ms
+
     def hide(self):
         """Give the name up and forget the wishes."""
         if self._object:

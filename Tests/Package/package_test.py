@@ -100,7 +100,7 @@ class Package(unittest.TestCase):
             self.assertIn(file, files)
         self.assertEqual((self.root.folder / "usr/bin/lumora").resolve(), (self.bundle() / "lumora").resolve())
         service = (self.root.folder / "usr/share/dbus-1/services/org.lumora.Lumora.service").read_text()
-        self.assertIn("Exec=/usr/bin/lumora\n", service)
+        self.assertIn('Exec="/usr/bin/lumora"\n', service)
 
     def test_what_a_software_centre_reads_is_valid(self):
         share = self.root.folder / "usr/share"
@@ -130,7 +130,7 @@ class Package(unittest.TestCase):
                     if "/App/" in entry["file"]]
         self.assertGreater(len(commands), 50)
         for command in commands:
-            self.assertRegex(command, r" -O[23] .* -D_FORTIFY_SOURCE=2 ")
+            self.assertRegex(command, r" -O[23] .* -D_FORTIFY_SOURCE=3 ")
 
     def test_runs_from_where_it_is_installed(self):
         with Lumora(self.bundle()) as lumora:

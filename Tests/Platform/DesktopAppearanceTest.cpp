@@ -59,6 +59,14 @@ TEST_F(DesktopAppearanceTest, TakesWhatItCannotReadAsNoWish) {
   EXPECT_EQ(*desktop.appearance(), Appearance{});
 }
 
+TEST_F(DesktopAppearanceTest, HearsAPortalThatIsSlow) {
+  laptop.setAppearance("color-scheme", variant(std::uint32_t{1}));
+  laptop.slowAppearance(std::chrono::milliseconds(300));
+  DesktopAppearance desktop(laptop.session(), "XFCE");
+  EXPECT_EQ(*desktop.appearance(), Appearance{});
+  EXPECT_TRUE(becomes(desktop, {ColorScheme::dark, std::nullopt}));
+}
+
 TEST_F(DesktopAppearanceTest, FollowsTheWishForContrast) {
   laptop.setAppearance("contrast", variant(std::uint32_t{1}));
   DesktopAppearance desktop(laptop.session(), "XFCE");

@@ -117,6 +117,10 @@ void Laptop::setAppearance(const Glib::ustring& key, const Glib::VariantBase& va
   setNamed("SetAppearance", key, value);
 }
 
+void Laptop::slowAppearance(std::chrono::milliseconds delay) const {
+  call("SlowAppearance", arguments(static_cast<std::int32_t>(delay.count())));
+}
+
 void Laptop::setNamed(const Glib::ustring& method, const Glib::ustring& name,
                       const Glib::VariantBase& value) const {
   // Written out, because the create of tuples would wrap a variant in another one.

@@ -55,6 +55,7 @@ class Laptop {
   void setProfile(const Glib::ustring& profile) const;
   void ownNewProfilesName(bool owned, const Glib::ustring& profile) const;
   void setAppearance(const Glib::ustring& key, const Glib::VariantBase& value) const;
+  void slowAppearance(std::chrono::milliseconds delay) const;
   void prepareForSleep(bool starting) const;
   std::vector<Inhibitor> inhibitors() const;
 

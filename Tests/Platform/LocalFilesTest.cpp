@@ -8,9 +8,12 @@
 #include <sstream>
 #include <vector>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace lumora::test {
 namespace {
@@ -137,10 +140,30 @@ TEST_F(LocalFilesTest, WhatCannotBeReplacedStays) {
 }
 
 TEST_F(LocalFilesTest, ALeftOverTemporaryFileIsNoHindrance) {
-  std::ofstream(folder.path() / "file.new") << "half a sav";
+  std::ofstream(folder.path() / "file.lumora-new") << "half a sav";
   EXPECT_TRUE(files.replace(file, "new"));
   EXPECT_EQ(text(file), "new");
   EXPECT_EQ(names(), std::vector<fs::path>{"file"});
+}
+
+TEST_F(LocalFilesTest, ReadingClearsWhatAWriteLeft) {
+  std::ofstream(file) << "old";
+  std::ofstream(folder.path() / "file.lumora-new") << "half a sav";
+  EXPECT_EQ(files.read(file).bytes, "old");
+  EXPECT_EQ(names(), std::vector<fs::path>{"file"});
+}
+
+TEST_F(LocalFilesTest, LeavesTheFolderToAnotherWhoWrites) {
+  std::ofstream(file) << "old";
+  std::ofstream(folder.path() / "file.lumora-new") << "another's, half writ";
+  const int other = open(folder.path().c_str(), O_RDONLY | O_DIRECTORY);
+  ASSERT_EQ(flock(other, LOCK_EX), 0);
+  EXPECT_FALSE(files.replace(file, "new"));
+  EXPECT_EQ(files.read(file).bytes, "old");
+  EXPECT_EQ(text(folder.path() / "file.lumora-new"), "another's, half writ");
+  close(other);
+  EXPECT_TRUE(files.replace(file, "new"));
+  EXPECT_EQ(text(file), "new");
 }
 
 TEST_F(LocalFilesTest, ASymbolicLinkStaysOne) {
@@ -190,7 +213,7 @@ TEST_F(LocalFilesTest, ReplacesALinkThatLeadsToNoFile) {
 }
 
 TEST_F(LocalFilesTest, IsNotHeldUpByAPipeInThePlaceOfTheTemporaryFile) {
-  ASSERT_EQ(mkfifo((folder.path() / "file.new").c_str(), 0600), 0);
+  ASSERT_EQ(mkfifo((folder.path() / "file.lumora-new").c_str(), 0600), 0);
   EXPECT_TRUE(files.replace(file, "new"));
   EXPECT_EQ(text(file), "new");
 }

@@ -14,13 +14,12 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "EndToEn
 
 from gi.repository import Gio, GLib  # noqa: E402
 
-from bundle import Lumora  # noqa: E402
+from bundle import MENU, Lumora  # noqa: E402
 from remote import wait_for  # noqa: E402
 
 SAMPLES = 43_200
 # A little less than thirty days, so that no sample is old enough to go.
 SPACING_SECONDS = 59
-ITEM = "/MenuBar", "com.canonical.dbusmenu"
 SETTINGS = {"limit": 85, "lowSound": "Submarine", "quietEnabled": False, "kept by somebody else": [1, 2, 3]}
 
 
@@ -77,21 +76,17 @@ class Saver(Lumora):
 
     def save(self):
         """Have it write the settings and, as it ends, the history. It begins at once."""
-        self._session.call(self._name(), *ITEM, "Event", GLib.Variant(
+        self._session.call(self.item(), *MENU, "Event", GLib.Variant(
             "(isvu)", (self._snooze_entry(), "clicked", GLib.Variant("i", 0), 0)), None, 0, -1, None, None)
         self._session.flush_sync()
         self.process.send_signal(signal.SIGTERM)
 
-    def _name(self):
-        return f"org.kde.StatusNotifierItem-{self.process.pid}-1"
-
     def _snooze_entry(self):
         try:
-            _, (_, _, entries) = self._session.call_sync(self._name(), *ITEM, "GetLayout", GLib.Variant(
-                "(iias)", (0, -1, ["label"])), None, Gio.DBusCallFlags.NO_AUTO_START, 1000, None).unpack()
+            entries = self.menu(self._session)
         except GLib.Error:
             return None
-        return next((number for number, properties, _ in entries if "nooze" in properties.get("label", "")), None)
+        return next((number for number, label in entries.items() if "nooze" in label), None)
 
 
 def start_and_end(bundle):

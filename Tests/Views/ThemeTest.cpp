@@ -76,7 +76,7 @@ TEST(Theme, IsLegibleInBothSchemes) {
 TEST(Theme, HasTheStrongestColorsWhereHighContrastIsWished) {
   for (const auto scheme : {ColorScheme::dark, ColorScheme::light, ColorScheme::noPreference}) {
     for (const auto& desktops : {kLight, kDark}) {
-      Appearance wish{scheme, {}};
+      Appearance wish{scheme, 0xC88800U};
       wish.highContrast = true;
       const QPalette palette = paletteFor(wish, desktops);
       EXPECT_EQ(isDark(palette), scheme == ColorScheme::noPreference ? isDark(desktops)
@@ -109,8 +109,17 @@ TEST(Theme, ReadsAFontAsPangoDescribesIt) {
   EXPECT_DOUBLE_EQ(fontOf("Cantarell 11", 1).pointSizeF(), 11);
   EXPECT_DOUBLE_EQ(fontOf("Noto Sans 10.5", 1.5).pointSizeF(), 15.75);
   EXPECT_EQ(fontOf("Noto Sans, 10.5", 1).families(), QStringList{"Noto Sans"});
+  EXPECT_EQ(fontOf("Inter Bold 11", 1).families(), QStringList{"Inter"});
+  EXPECT_EQ(fontOf("Inter, Bold 11", 1).families(), QStringList{"Inter"});
+  EXPECT_EQ(fontOf("Inter Semi-Bold Italic 11", 1).families(), QStringList{"Inter"});
+  EXPECT_EQ(fontOf("Inter Semi-Bold Italic 11", 1).weight(), QFont::DemiBold);
+  EXPECT_TRUE(fontOf("Inter Semi-Bold Italic 11", 1).italic());
+  EXPECT_EQ(fontOf("Ubuntu Condensed 11", 1).stretch(), QFont::Condensed);
+  EXPECT_EQ(fontOf("Inter 11 @wght=500", 1).families(), QStringList{"Inter"});
+  EXPECT_DOUBLE_EQ(fontOf("Inter 11 @wght=500", 1).pointSizeF(), 11);
+  EXPECT_EQ(fontOf("Inter 15px", 2).pixelSize(), 30);
   EXPECT_EQ(fontOf("Cantarell", 1).pointSizeF(), usual.pointSizeF());
-  for (const char* nothing : {"", " ", "0", "-3", "1e9", "inf", "nan"}) {
+  for (const char* nothing : {"", " ", "@", "0", "-3", "1e9", "inf", "nan", "0px"}) {
     EXPECT_EQ(fontOf(nothing, 1), usual) << nothing;
   }
 }

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <ranges>
 #include <tuple>
@@ -21,6 +22,7 @@ constexpr const char* kAppearance = "org.freedesktop.appearance";
 constexpr const char* kGnome = "org.gnome.desktop.interface";
 // The first window waits for the answer, so that it does not change its colours at once.
 constexpr int kPatience = 30;  // milliseconds
+constexpr int kNoLimit = std::numeric_limits<int>::max();
 // What GNOME lets its users choose.
 constexpr double kLeastScale = 0.5;
 constexpr double kMostScale = 3;
@@ -71,31 +73,42 @@ bool isGnome(std::string_view desktop) {
 
 }  // namespace
 
-DesktopAppearance::DesktopAppearance(const BusConnection& session, std::string_view desktop) {
-  if (!session) return;
+DesktopAppearance::DesktopAppearance(const BusConnection& session, std::string_view desktop)
+    : session_(session) {
+  if (!session_) return;
   std::vector<Glib::ustring> namespaces{kAppearance};
   if (isGnome(desktop)) namespaces.emplace_back(kGnome);
   for (const Glib::ustring& name : namespaces) {
     settingChanged_.emplace_back(
-        session, SignalSubscription::Source{kName, kPath, kInterface, "SettingChanged", name},
+        session_, SignalSubscription::Source{kName, kPath, kInterface, "SettingChanged", name},
         [this](const Glib::VariantContainerBase& arguments) {
           take(argument<Glib::ustring>(arguments, 0), argument<Glib::ustring>(arguments, 1),
                argument<Glib::VariantBase>(arguments, 2));
         });
   }
+  const auto question = Glib::Variant<std::tuple<std::vector<Glib::ustring>>>::create({namespaces});
   try {
-    const auto reply = session->call_sync(
-        kPath, kInterface, "ReadAll",
-        Glib::Variant<std::tuple<std::vector<Glib::ustring>>>::create({namespaces}), kName,
-        kPatience, Gio::DBus::CallFlags::NO_AUTO_START);
-    const auto settings = argument<std::map<Glib::ustring, Properties>>(reply, 0);
-    for (const Glib::ustring& name : namespaces) {
-      const auto wishes = settings.find(name);
-      if (wishes == settings.end()) continue;
-      for (const auto& [key, value] : wishes->second) take(name, key, value);
-    }
+    takeAll(session_->call_sync(kPath, kInterface, "ReadAll", question, kName, kPatience,
+                                Gio::DBus::CallFlags::NO_AUTO_START));
   } catch (const Glib::Error&) {
-    // No portal, or none that is quick enough.
+    // No portal, or one that is slow.
+    session_->call(kPath, kInterface, "ReadAll", question,
+                   sigc::mem_fun(*this, &DesktopAppearance::onLateAnswer), kName, kNoLimit,
+                   Gio::DBus::CallFlags::NO_AUTO_START);
+  }
+}
+
+void DesktopAppearance::onLateAnswer(const Glib::RefPtr<Gio::AsyncResult>& result) {
+  try {
+    takeAll(session_->call_finish(result));
+  } catch (const Glib::Error&) {
+    // No portal.
+  }
+}
+
+void DesktopAppearance::takeAll(const Glib::VariantContainerBase& answer) {
+  for (const auto& [space, wishes] : argument<std::map<Glib::ustring, Properties>>(answer, 0)) {
+    for (const auto& [key, value] : wishes) take(space, key, value);
   }
 }
 
@@ -103,7 +116,8 @@ void DesktopAppearance::take(const Glib::ustring& space, const Glib::ustring& ke
                              const Glib::VariantBase& value) {
   Appearance appearance = *appearance_;
   // GNOME has keys of the same names and other types.
-  space == kGnome ? takeFont(appearance, key, value) : takeColors(appearance, key, value);
+  if (space == kAppearance) takeColors(appearance, key, value);
+  if (space == kGnome) takeFont(appearance, key, value);
   if (appearance != *appearance_) appearance_.set(appearance);
 }
 

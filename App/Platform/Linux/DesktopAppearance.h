@@ -12,9 +12,9 @@
 namespace lumora {
 
 /// What the settings portal tells of the user's wishes (namespace org.freedesktop.appearance, and
-/// GNOME's for the font). It is asked once, for at most a blink, and heard from then on; without a
-/// portal there are no wishes.
-class DesktopAppearance {
+/// GNOME's for the font). It is asked once, waited for no longer than a blink, and heard from then
+/// on; without a portal there are no wishes.
+class DesktopAppearance : public sigc::trackable {
  public:
   /// `session` is the session bus; absent where there is none. `desktop` is what
   /// XDG_CURRENT_DESKTOP says: names with colons between them. The font is GNOME's to tell where
@@ -24,8 +24,11 @@ class DesktopAppearance {
   Observable<Appearance>& appearance() { return appearance_; }
 
  private:
+  void onLateAnswer(const Glib::RefPtr<Gio::AsyncResult>& result);
+  void takeAll(const Glib::VariantContainerBase& answer);
   void take(const Glib::ustring& space, const Glib::ustring& key, const Glib::VariantBase& value);
 
+  BusConnection session_;
   Observable<Appearance> appearance_{Appearance{}};
   std::list<SignalSubscription> settingChanged_;
 };

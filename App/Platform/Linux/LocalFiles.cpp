@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -82,10 +83,26 @@ std::filesystem::path withSuffix(std::filesystem::path path, const char* suffix)
   return path;
 }
 
-/// Where a new content is written before it takes the file's place.
+/// Where a new content is written before it takes the file's place; a name that nobody else uses.
 std::filesystem::path temporaryFor(const std::filesystem::path& target) {
-  return withSuffix(target, ".new");
+  return withSuffix(target, ".lumora-new");
 }
+
+/// Keeps other Lumoras of the same user from writing in a folder meanwhile. One that holds it does
+/// so for milliseconds, or has stopped: nobody waits.
+class FolderLock {
+ public:
+  explicit FolderLock(const std::filesystem::path& folder)
+      : folder_(folder, O_RDONLY | O_DIRECTORY) {
+    free_ = ::flock(folder_.descriptor(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+  }
+
+  explicit operator bool() const { return free_; }
+
+ private:
+  OpenFile folder_;
+  bool free_;
+};
 
 std::optional<FileStamp> writeNew(const std::filesystem::path& path, std::string_view bytes) {
   // What lies there is left from a write that was cut short.
@@ -110,8 +127,9 @@ void LocalFiles::createFolders(const std::filesystem::path& folder) {
 
 FileContent LocalFiles::read(const std::filesystem::path& path) {
   FileContent content;
+  const auto target = behindLinks(path);
   // What a write left that was cut short.
-  ::unlink(temporaryFor(behindLinks(path)).c_str());
+  if (const FolderLock lock(target.parent_path()); lock) ::unlink(temporaryFor(target).c_str());
   // Without O_NONBLOCK, opening a pipe would wait for its writer.
   const OpenFile file(path, O_RDONLY | O_NONBLOCK);
   content.exists = file || errno != ENOENT;
@@ -140,6 +158,8 @@ std::optional<FileStamp> LocalFiles::replace(const std::filesystem::path& path,
   const auto target = behindLinks(path);
   createFolders(target.parent_path());
   const auto temporary = temporaryFor(target);
+  const FolderLock lock(target.parent_path());
+  if (!lock) return std::nullopt;
   const auto stamp = writeNew(temporary, bytes);
   if (stamp && ::rename(temporary.c_str(), target.c_str()) == 0) return stamp;
   ::unlink(temporary.c_str());
