@@ -126,7 +126,7 @@ TEST(Theme, ReadsAFontAsPangoDescribesIt) {
 
 /// Leaves Qt as it was.
 class Wishes : public testing::Test {
- protected:
+ public:
   ~Wishes() override {
     applyAppearance({});
     QApplication::setFont(font_);

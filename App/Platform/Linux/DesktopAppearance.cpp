@@ -4,11 +4,11 @@
 
 #include "Platform/Linux/Variants.h"
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <map>
-#include <ranges>
+#include <sstream>
+#include <string>
 #include <tuple>
 #include <vector>
 
@@ -64,16 +64,17 @@ void takeFont(Appearance& appearance, const Glib::ustring& key, const Glib::Vari
 }
 
 /// Whether one of the names with colons between them is GNOME's.
-bool isGnome(std::string_view desktop) {
-  for (const auto name : std::views::split(desktop, ':')) {
-    if (std::ranges::equal(name, std::string_view("GNOME"))) return true;
+bool isGnome(const std::string& desktop) {
+  std::istringstream names(desktop);
+  for (std::string name; std::getline(names, name, ':');) {
+    if (name == "GNOME") return true;
   }
   return false;
 }
 
 }  // namespace
 
-DesktopAppearance::DesktopAppearance(const BusConnection& session, std::string_view desktop)
+DesktopAppearance::DesktopAppearance(const BusConnection& session, const std::string& desktop)
     : session_(session) {
   if (!session_) return;
   std::vector<Glib::ustring> namespaces{kAppearance};

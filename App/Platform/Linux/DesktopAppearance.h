@@ -7,7 +7,7 @@
 #include "Platform/Linux/SignalSubscription.h"
 
 #include <list>
-#include <string_view>
+#include <string>
 
 namespace lumora {
 
@@ -19,7 +19,7 @@ class DesktopAppearance : public sigc::trackable {
   /// `session` is the session bus; absent where there is none. `desktop` is what
   /// XDG_CURRENT_DESKTOP says: names with colons between them. The font is GNOME's to tell where
   /// the desktop is GNOME; others have it told by their own means.
-  DesktopAppearance(const BusConnection& session, std::string_view desktop);
+  DesktopAppearance(const BusConnection& session, const std::string& desktop);
 
   Observable<Appearance>& appearance() { return appearance_; }
 

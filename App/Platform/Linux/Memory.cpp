@@ -23,6 +23,7 @@ int giveBack(dl_phdr_info* library, std::size_t /*size*/, void* /*data*/) {
     if (segment.p_type != PT_LOAD || (segment.p_flags & PF_W) != 0) continue;
     const std::uintptr_t begin = (library->dlpi_addr + segment.p_vaddr) & ~(page - 1);
     const std::uintptr_t end = library->dlpi_addr + segment.p_vaddr + segment.p_memsz;
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): an address is what the loader tells.
     madvise(reinterpret_cast<void*>(begin), end - begin, MADV_DONTNEED);
   }
   return 0;
