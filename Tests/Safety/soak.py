@@ -76,7 +76,7 @@ class Work:
 def main():
     """Work and rest."""
     bundle = sys.argv[1]
-    minutes = int(sys.argv[2]) if len(sys.argv) > 2 else 6
+    minutes = int(sys.argv[2]) if len(sys.argv) > 2 else 12
     RemoteLaptop().mock_upower(True)
     prepare()
     with Saver(bundle) as lumora:
