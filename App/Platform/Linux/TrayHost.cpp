@@ -20,8 +20,11 @@ constexpr const char* kBus = "org.freedesktop.DBus";
 constexpr const char* kBusPath = "/org/freedesktop/DBus";
 constexpr int kPatience = 10'000;  // milliseconds
 
+// What the kernel keeps of a process's name.
+constexpr std::size_t kLongestName = 15;
+
 struct KnownProcess {
-  std::string_view name;  // The kernel keeps fifteen characters.
+  std::string_view name;
   TextPlace place;
 };
 
@@ -33,6 +36,12 @@ constexpr std::array kKnownProcesses = {
     KnownProcess{"xapp-sn-watcher", TextPlace::wide},  // Cinnamon's
 };
 
+/// Some distributions start programs through scripts, and call the program itself ".NAME-wrapped".
+bool isWrapped(std::string_view process, std::string_view name) {
+  const std::string wrapped = "." + std::string(name) + "-wrapped";
+  return process == std::string_view(wrapped).substr(0, kLongestName);
+}
+
 std::string processName(std::uint32_t id) {
   std::string name;
   std::getline(std::ifstream("/proc/" + std::to_string(id) + "/comm"), name);
@@ -42,9 +51,9 @@ std::string processName(std::uint32_t id) {
 }  // namespace
 
 TextPlace textPlaceOf(std::string_view process) {
-  const auto* const known =
-      std::find_if(kKnownProcesses.begin(), kKnownProcesses.end(),
-                   [&](const KnownProcess& one) { return one.name == process; });
+  const auto* const known = std::find_if(
+      kKnownProcesses.begin(), kKnownProcesses.end(),
+      [&](const KnownProcess& one) { return one.name == process || isWrapped(process, one.name); });
   return known == kKnownProcesses.end() ? TextPlace::inside : known->place;
 }
 
