@@ -38,7 +38,7 @@ constexpr std::array kKnownProcesses = {
 
 /// Some distributions start programs through scripts, and call the program itself ".NAME-wrapped".
 bool isWrapped(std::string_view process, std::string_view name) {
-  const std::string wrapped = "." + std::string(name) + "-wrapped";
+  const std::string wrapped = std::string(".").append(name).append("-wrapped");
   return process == std::string_view(wrapped).substr(0, kLongestName);
 }
 
