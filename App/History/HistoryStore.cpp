@@ -46,14 +46,16 @@ std::span<const Sample> HistoryStore::samples() const {
 std::span<const Sample> HistoryStore::samples(Date since) const {
   const auto all = samples();
   const double start = secondsSince1970(since);
-  const auto first = std::find_if(all.begin(), all.end(),
-                                  [start](const Sample& sample) { return sample.t >= start; });
+  const auto tooEarly = [start](const Sample& sample) { return sample.t < start; };
+  const auto first = inOrder_ ? std::partition_point(all.begin(), all.end(), tooEarly)
+                              : std::find_if_not(all.begin(), all.end(), tooEarly);
   return all.subspan(static_cast<std::size_t>(std::distance(all.begin(), first)));
 }
 
 void HistoryStore::setSamples(std::vector<Sample> samples) {
   storage_ = std::move(samples);
   first_ = 0;
+  inOrder_ = std::is_sorted(storage_.begin(), storage_.end(), earlier);
 }
 
 void HistoryStore::record(const BatteryState& state, Date now, Force force) {
@@ -65,6 +67,7 @@ void HistoryStore::record(const BatteryState& state, Date now, Force force) {
     const Sample& last = known.back();
     changed = last.a != sample.a || last.c != sample.c;
     if (force == Force::no && !changed && last.p == sample.p) return;
+    if (earlier(sample, last)) inOrder_ = false;
   }
   storage_.push_back(sample);
   prune(now);

@@ -60,6 +60,7 @@ class HistoryStore {
   // The samples begin at `first_`: dropping one from the front moves nothing.
   std::vector<Sample> storage_;
   std::size_t first_ = 0;
+  bool inOrder_ = true;  ///< Unless the clock was set back.
   Date lastSave_ = kDistantPast;
 };
 

@@ -96,6 +96,20 @@ class HistorySince : public HistoryStoreSpan {
   }
 };
 
+TEST_F(HistorySince, BeginsAtTheFirstThatIsLateEnoughAlsoAfterTheClockWasSetBack) {
+  store.setSamples({});
+  for (const double second : {100.0, 200.0, 50.0, 60.0}) {
+    store.record(onBattery(50), at(second), Force::yes);
+  }
+  EXPECT_EQ(times(store.samples(at(90))), "100 200 50 60 ");
+  EXPECT_EQ(times(store.samples(at(150))), "200 50 60 ");
+  EXPECT_EQ(times(store.samples(at(300))), "");
+  store.setSamples({{kStart + 100, 1, false, false}, {kStart + 50, 2, false, false}});
+  EXPECT_EQ(times(store.samples(at(60))), "100 50 ");
+  store.setSamples({{kStart + 50, 1, false, false}, {kStart + 100, 2, false, false}});
+  EXPECT_EQ(times(store.samples(at(60))), "100 ");
+}
+
 TEST_F(HistorySince, BeginsAtTheFirstSampleAtOrAfterTheDate) {
   EXPECT_EQ(times(store.samples(at(100))), "100 200 ");
   EXPECT_EQ(times(store.samples(at(100.5))), "200 ");
