@@ -75,7 +75,7 @@ void SegmentedPicker::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(fieldColor(palette()));
+  painter.setBrush(wellColor(palette()));
   painter.drawRoundedRect(rect(), kRadius, kRadius);
 }
 

@@ -178,6 +178,8 @@ QColor cardColor(const QPalette& palette) {
 
 QColor fieldColor(const QPalette& palette) { return veil(palette, isDark(palette) ? 0.16 : 0.08); }
 
+QColor wellColor(const QPalette& palette) { return veil(palette, 0.08); }
+
 QColor troughColor(const QPalette& palette) {
   if (isHighContrast(palette)) return veil(palette, 0.55);
   return veil(palette, isDark(palette) ? 0.25 : 0.2);

@@ -33,6 +33,9 @@ QColor cardColor(const QPalette& palette);
 /// Of a place to press that lies on a card.
 QColor fieldColor(const QPalette& palette);
 
+/// Of the place in which something raised lies.
+QColor wellColor(const QPalette& palette);
+
 /// Of what a knob moves in.
 QColor troughColor(const QPalette& palette);
 

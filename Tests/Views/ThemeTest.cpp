@@ -73,6 +73,14 @@ TEST(Theme, IsLegibleInBothSchemes) {
   }
 }
 
+TEST(Theme, ShowsWhichOfSeveralIsChosen) {
+  for (const auto& palette : {paletteFor({ColorScheme::dark, {}}, kLight),
+                              paletteFor({ColorScheme::light, {}}, kDark), kLight}) {
+    const QColor well = over(palette.color(QPalette::Window), wellColor(palette));
+    EXPECT_GE(contrast(raisedColor(palette), well), 1.2);
+  }
+}
+
 TEST(Theme, HasTheStrongestColorsWhereHighContrastIsWished) {
   for (const auto scheme : {ColorScheme::dark, ColorScheme::light, ColorScheme::noPreference}) {
     for (const auto& desktops : {kLight, kDark}) {
