@@ -11,15 +11,20 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(PowerStory, ALoosePlugIsToldOnce) {
-  Machine machine(85);
-  machine.start();
-  for (int i = 0; i < 100; ++i) {
+/// In for three seconds and out for three.
+void jiggleThePlug(Machine& machine, int times) {
+  for (int i = 0; i < times; ++i) {
     machine.plugIn();
     machine.stay(seconds(3));
     machine.unplug();
     machine.stay(seconds(3));
   }
+}
+
+TEST(PowerStory, ALoosePlugIsToldOnce) {
+  Machine machine(85);
+  machine.start();
+  jiggleThePlug(machine, 100);
   EXPECT_THAT(machine.told(),
               ElementsAre("Mon 08:00 chargeLimit: Battery is at 85%. Unplug to keep it healthy."));
   // In and out were seen, then only the minutes.
@@ -31,12 +36,7 @@ TEST(PowerStory, ALoosePlugIsToldOnce) {
 TEST(PowerStory, ALoosePlugThatHoldsAtLastIsBelieved) {
   Machine machine(60);
   machine.start();
-  for (int i = 0; i < 10; ++i) {
-    machine.plugIn();
-    machine.stay(seconds(3));
-    machine.unplug();
-    machine.stay(seconds(3));
-  }
+  jiggleThePlug(machine, 10);
   machine.plugIn();
   machine.stay(seconds(14));
   EXPECT_FALSE(machine.model().state()->pluggedIn);

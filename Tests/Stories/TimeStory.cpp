@@ -40,21 +40,20 @@ TEST(TimeStory, WhatIsOverByTheMorningIsNotTold) {
   EXPECT_THAT(machine.told(), IsEmpty());
 }
 
-/// From the evening before the clocks change, in Berlin.
-void sleepUntilTheEveningOf(Machine& machine, int days) {
+/// Sleeps until so many days later, and then lives through a night that begins with a low battery.
+void liveThroughANight(Machine& machine, int days) {
+  machine.start();
+  beQuietAtNight(machine);
   machine.sleep(hours(24 * days), 60);
-  machine.stayUntil(21, 0);
+  machine.stayUntil(23, 0);
+  machine.battery(15);
+  machine.stayUntil(9, 0);
 }
 
 TEST(TimeStory, TheNightInWhichSummerTimeBegins) {
   const ScopedTimeZone zone("Europe/Berlin");
   Machine machine(60);
-  machine.start();
-  beQuietAtNight(machine);
-  sleepUntilTheEveningOf(machine, 26);  // Saturday, 28 March
-  machine.stayUntil(23, 0);
-  machine.battery(15);
-  machine.stayUntil(9, 0);
+  liveThroughANight(machine, 26);  // Saturday, 28 March
   EXPECT_THAT(machine.kinds(), ElementsAre("Sun 07:00 low", "Sun 07:00 lowPower"));
   // A day of 23 hours, with one sample a minute, one of the wake-up and one of the change.
   EXPECT_EQ(machine.history().back(), "Sat 09:00:03 to 09:00:00 battery 60 to 15 %: 1382");
@@ -63,12 +62,7 @@ TEST(TimeStory, TheNightInWhichSummerTimeBegins) {
 TEST(TimeStory, TheNightInWhichSummerTimeEnds) {
   const ScopedTimeZone zone("Europe/Berlin");
   Machine machine(60);
-  machine.start();
-  beQuietAtNight(machine);
-  sleepUntilTheEveningOf(machine, 26 + 210);  // Saturday, 24 October
-  machine.stayUntil(23, 0);
-  machine.battery(15);
-  machine.stayUntil(9, 0);
+  liveThroughANight(machine, 26 + 210);  // Saturday, 24 October
   EXPECT_THAT(machine.kinds(), ElementsAre("Sun 07:00 low", "Sun 07:00 lowPower"));
   // From 10 o'clock, in a night that has its third hour twice.
   EXPECT_EQ(machine.history().back(), "Sat 10:00:03 to 09:00:00 battery 60 to 15 %: 1442");
