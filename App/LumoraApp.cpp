@@ -49,10 +49,8 @@ class LumoraApp : public Gio::Application {
   /// What a desktop hands over to the program it starts or asks for something.
   void before_emit_vfunc(const Glib::VariantBase& platformData) override {
     Gio::Application::before_emit_vfunc(platformData);
-    const auto given = lumora::valueOr<lumora::Properties>(platformData);
-    const auto token = given.find("activation-token");
-    if (token == given.end() || !delegate_) return;
-    delegate_->takeActivationToken(lumora::valueOr<Glib::ustring>(token->second));
+    const auto token = lumora::valueUnder<Glib::ustring>("activation-token", platformData);
+    if (delegate_ && !token.empty()) delegate_->takeActivationToken(token);
   }
 
   void on_shutdown() override {

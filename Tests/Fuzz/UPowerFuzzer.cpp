@@ -25,7 +25,7 @@ void fuzz(std::string_view input) {
   Consequences consequences(defaults);
   Date now = kNow;
   for (const auto& [name, values] : sectionsFrom(input)) {
-    devices[name].update(Properties(values.begin(), values.end()));
+    devices[name].update(Glib::Variant<Properties>::create({values.begin(), values.end()}));
     std::vector<UPowerDevice> told;
     told.reserve(devices.size());
     for (const auto& [path, device] : devices) told.push_back(device);

@@ -28,8 +28,8 @@ class ExportedObject {
 
   /// What the interface declares; a method or a property that is missing here gets an error.
   struct Members {
-    std::map<Glib::ustring, Method> methods;
-    std::map<Glib::ustring, Property> properties;
+    std::map<std::string, Method> methods;
+    std::map<std::string, Property> properties;
   };
 
   /// `introspection` describes a node with one interface.

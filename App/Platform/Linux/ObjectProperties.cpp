@@ -20,7 +20,7 @@ ObjectProperties::ObjectProperties(const BusConnection& connection, const Glib::
       fetched_(std::move(fetched)),
       changes_(connection, {busName, path, kProperties, "PropertiesChanged", interface},
                [changed = std::move(changed)](const Glib::VariantContainerBase& arguments) {
-                 changed(argument<Properties>(arguments, 1));
+                 changed(argument(arguments, 1));
                }) {
   connection_->call(path, kProperties, "GetAll",
                     Glib::Variant<std::tuple<Glib::ustring>>::create({interface}),
@@ -29,9 +29,9 @@ ObjectProperties::ObjectProperties(const BusConnection& connection, const Glib::
 }
 
 void ObjectProperties::onFetched(const Glib::RefPtr<Gio::AsyncResult>& result) {
-  Properties properties;
+  Glib::VariantBase properties;
   try {
-    properties = argument<Properties>(connection_->call_finish(result), 0);
+    properties = argument(connection_->call_finish(result), 0);
   } catch (const Glib::Error&) {
     // The object or its service is gone; whoever watches them hears that too.
   }

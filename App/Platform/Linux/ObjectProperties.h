@@ -14,7 +14,8 @@ namespace lumora {
 /// that hangs is heard when it goes on.
 class ObjectProperties : public sigc::trackable {
  public:
-  using Callback = std::function<void(const Properties&)>;
+  /// Takes values by name, see `valueUnder`.
+  using Callback = std::function<void(const Glib::VariantBase& properties)>;
 
   /// `fetched` runs once, without properties when the object could not tell them.
   ObjectProperties(const BusConnection& connection, const Glib::ustring& busName,

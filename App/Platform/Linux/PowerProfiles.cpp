@@ -17,11 +17,11 @@ PowerProfiles::Name::Name(PowerProfiles& theOwner, const char* busName, const ch
       watch(
           Gio::DBus::BusType::SYSTEM, busName, ServiceWatch::Start::ifRunning,
           [this, busName, path](const BusConnection& connection) {
-            const auto take = [this](const Properties& told) {
-              const auto profile = told.find("ActiveProfile");
-              if (profile == told.end()) return;
+            const auto take = [this](const Glib::VariantBase& told) {
+              const auto profile = valueUnder<Glib::ustring>("ActiveProfile", told).raw();
+              if (profile.empty()) return;
               grace.cancel();
-              owner.update(*this, valueOr<Glib::ustring>(profile->second).raw());
+              owner.update(*this, profile);
             };
             // The interface is called as the name is.
             properties =

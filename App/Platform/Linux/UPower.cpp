@@ -95,25 +95,25 @@ void UPower::onEnumerated(const Glib::RefPtr<Gio::AsyncResult>& result) {
   checkComplete();
 }
 
-void UPower::addDevice(const Glib::ustring& path) {
+void UPower::addDevice(const std::string& path) {
   if (path.empty() || devices_.contains(path)) return;
   devices_[path].properties = std::make_unique<ObjectProperties>(
       connection_, kName, path, kDeviceInterface,
-      [this, path](const Properties& properties) {
+      [this, path](const Glib::VariantBase& properties) {
         devices_[path].fetched = true;
         update(path, properties);
         checkComplete();
       },
-      [this, path](const Properties& properties) { update(path, properties); });
+      [this, path](const Glib::VariantBase& properties) { update(path, properties); });
 }
 
-void UPower::removeDevice(const Glib::ustring& path) {
+void UPower::removeDevice(const std::string& path) {
   if (devices_.erase(path) == 0) return;
   changes_.changed();
   checkComplete();
 }
 
-void UPower::update(const Glib::ustring& path, const Properties& properties) {
+void UPower::update(const std::string& path, const Glib::VariantBase& properties) {
   UPowerDevice& told = devices_[path].told;
   const UPowerDevice before = told;
   told.update(properties);

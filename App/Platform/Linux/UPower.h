@@ -14,6 +14,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace lumora {
 
@@ -38,14 +39,14 @@ class UPower final : public PowerSources, public sigc::trackable {
     bool fetched = false;
     std::unique_ptr<ObjectProperties> properties;
   };
-  using Devices = std::map<Glib::ustring, Device>;
+  using Devices = std::map<std::string, Device>;
 
   void onAppeared(const BusConnection& connection);
   void onVanished();
   void onEnumerated(const Glib::RefPtr<Gio::AsyncResult>& result);
-  void addDevice(const Glib::ustring& path);
-  void removeDevice(const Glib::ustring& path);
-  void update(const Glib::ustring& path, const Properties& properties);
+  void addDevice(const std::string& path);
+  void removeDevice(const std::string& path);
+  void update(const std::string& path, const Glib::VariantBase& properties);
   void checkComplete();
   void publish();
   bool onPatienceOver();

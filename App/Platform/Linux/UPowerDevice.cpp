@@ -94,9 +94,8 @@ std::int64_t inParts(int parts, double value) {
 }
 
 template <typename T>
-void take(const Properties& properties, const char* name, T& field) {
-  const auto property = properties.find(name);
-  if (property != properties.end()) field = valueOr<T>(property->second, field);
+void take(const Glib::VariantBase& properties, const char* name, T& field) {
+  field = valueUnder<T>(name, properties, field);
 }
 
 }  // namespace
@@ -105,7 +104,7 @@ bool UPowerDevice::isMachineBattery() const {
   return type == Type::battery && powerSupply && isPresent;
 }
 
-void UPowerDevice::update(const Properties& properties) {
+void UPowerDevice::update(const Glib::VariantBase& properties) {
   auto typeNumber = static_cast<std::uint32_t>(type);
   auto stateNumber = static_cast<std::uint32_t>(state);
   take(properties, "Type", typeNumber);

@@ -49,7 +49,7 @@ struct UPowerDevice {
   bool isMachineBattery() const;
 
   /// Takes over those of the properties that are here.
-  void update(const Properties& properties);
+  void update(const Glib::VariantBase& properties);
 };
 
 /// The machine's power sources as descriptions: one "InternalBattery" for all its batteries, none
