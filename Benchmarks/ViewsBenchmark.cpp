@@ -1,37 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Views/FakeHost.h"
-#include "Views/PopoverView.h"
-
-#include <QApplication>
+#include "OpenPopover.h"
 
 #include <benchmark/benchmark.h>
 
 namespace lumora::benchmark {
 namespace {
 
-constexpr int kWeekMinutes = 7 * 24 * 60;
-
-/// A new reading in an open popover that shows a week of minute samples, up to the drawn picture.
 void redrawAWeek(::benchmark::State& state) {
-  test::FakeHost host;
-  host.setHistory(test::minuteSamples(host.now(), kWeekMinutes));
-  host.setBattery(50);
-  host.model().refresh(AppModel::Reason::launch);
-  PopoverView view(host);
-  view.show();
-  for (auto* button : view.findChildren<QAbstractButton*>()) {
-    if (button->text() == "7 days" || button->text() == "Daily summary") button->click();
-  }
-  QApplication::processEvents();
-  std::int64_t percent = 50;
-  for (auto _ : state) {
-    percent = percent == 50 ? 51 : 50;
-    host.setBattery(percent);
-    host.model().refresh(AppModel::Reason::change);
-    QApplication::processEvents();
-    ::benchmark::DoNotOptimize(view.grab());
-  }
+  OpenPopover popover;
+  for (auto _ : state) ::benchmark::DoNotOptimize(popover.redraw());
 }
 BENCHMARK(redrawAWeek)->Unit(::benchmark::kMillisecond);
 

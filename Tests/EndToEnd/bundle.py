@@ -38,9 +38,10 @@ def windows(title):
 
 
 class Lumora:
-    """A running Lumora: `with Lumora(bundle) as lumora`. On leaving it is gone."""
+    """A running Lumora: `with Lumora(bundle) as lumora`, `under` another command if wanted. On leaving it is gone."""
 
-    def __init__(self, bundle, **environment):
+    def __init__(self, bundle, under=(), **environment):
+        self._under = under
         self._environment = {**os.environ, "G_DEBUG": "fatal-warnings", **environment}
         self._executable = pathlib.Path(bundle).resolve() / "lumora"
         self._history = pathlib.Path(os.environ["XDG_DATA_HOME"]) / "Lumora" / "history.json"
@@ -48,7 +49,7 @@ class Lumora:
         self.process = None
 
     def __enter__(self):
-        self.process = subprocess.Popen([self._executable], env=self._environment)
+        self.process = subprocess.Popen([*self._under, self._executable], env=self._environment)
         return self
 
     def __exit__(self, *_):

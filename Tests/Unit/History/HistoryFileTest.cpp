@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "History/HistoryFile.h"
 
+#include <charconv>
 #include <chrono>
 #include <cmath>
 #include <limits>
+#include <random>
 
 #include <gtest/gtest.h>
 
@@ -42,6 +44,44 @@ TEST(HistoryFile, GivesBackEveryTimeToTheLastBit) {
        {0.0, -1.5, 1e15, 999999999999999.9, 1e-7, 1.7e9 + 1.0 / 3, 0.1 + 0.2, 1e300, -1e300,
         Limits::max(), Limits::lowest(), Limits::epsilon(), 9007199254740993.0, 1e14 + 0.015625}) {
     EXPECT_EQ(roundTrip({{time, 50, false, false}}), (Samples{{time, 50, false, false}})) << time;
+  }
+}
+
+std::string shortest(double time) {
+  char text[64];
+  return {text, std::to_chars(text, text + 64, time, std::chars_format::fixed).ptr};
+}
+
+std::string written(double time) {
+  const std::string text = encodeSamples(Samples{{time, 50, false, false}}).value();
+  return text.substr(6, text.find(',') - 6);
+}
+
+TEST(HistoryFile, WritesTheShortestDecimalOfATime) {
+  std::mt19937_64 random(7);
+  for (const double from : {0x1p28, 0x1p29, 0x1p30, 0x1p31, 0x1p32, 0x1p33}) {
+    for (int i = 0; i < 100'000; ++i) {
+      // All bits of the mantissa, then clocks that count micro- and nanoseconds.
+      const double time = from + from * std::ldexp(static_cast<double>(random() >> 11U), -53);
+      ASSERT_EQ(written(time), shortest(time));
+      for (const double places : {1e3, 1e6, 1e7}) {
+        const double rounded = std::floor(time) + std::floor(std::fmod(time, 1) * places) / places;
+        ASSERT_EQ(written(rounded), shortest(rounded));
+      }
+    }
+  }
+}
+
+TEST(HistoryFile, WritesTheShortestDecimalOfATimeAtTheEdges) {
+  for (const double whole : {0x1p29, 0x1p30, 1.79e9, 0x1p31, 0x1p32, 0x1p33}) {
+    for (int bit = 1; bit <= 23; ++bit) {
+      for (const double part : {std::ldexp(1, -bit), -std::ldexp(1, -bit), std::ldexp(3, -bit)}) {
+        ASSERT_EQ(written(whole + part), shortest(whole + part));
+      }
+    }
+    for (const double part : {0.0, 0.1, 0.999999, 0.9999999, 0.99999999, 0.0000001, 0.00390625}) {
+      ASSERT_EQ(written(whole + part), shortest(whole + part));
+    }
   }
 }
 
