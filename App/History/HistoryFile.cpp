@@ -120,7 +120,8 @@ std::optional<std::string> encodeSamples(std::span<const Sample> samples) {
     if (text.size() > 1) text += ',';
     text.append(buffer, appendSample(buffer, sample));
   }
-  return text += ']';
+  text += ']';
+  return text;
 }
 
 std::optional<std::vector<Sample>> decodeSamples(std::string& text) {
