@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Measure programs one after the other in the simulated laptop, and keep the raw figures.
 
-measure.py [--busy] MINUTES [PROGRAM...]
+measure.py MINUTES [PROGRAM...]
 """
 
 import argparse
@@ -26,7 +26,7 @@ for folder in (HERE.parent, HERE.parent.parent / "Tests" / "Laptop", HERE.parent
 
 from family import Family  # noqa: E402
 from programs import PANEL_HEIGHT, PROGRAMS  # noqa: E402
-from remote import RemoteLaptop, wait_for  # noqa: E402
+from remote import wait_for  # noqa: E402
 
 FIGURES = HERE / "figures.json"
 STARTS = 7
@@ -99,15 +99,7 @@ class Run:
         return "".join(self._log.read().splitlines()[-1:])
 
 
-def pass_time(minutes, busy, laptop):
-    """Wait; on a busy battery, with another percentage every minute."""
-    for minute in range(minutes):
-        if busy:
-            laptop.set_battery(percent=60 - (minute + 1) % 2)
-        time.sleep(60)
-
-
-def costs(program, tray, minutes, busy, laptop):
+def costs(program, tray, minutes):
     """The figures of one program."""
     starts = []
     for _ in range(STARTS):
@@ -120,7 +112,7 @@ def costs(program, tray, minutes, busy, laptop):
         time.sleep(SETTLE_SECONDS)
         family = run.family
         cpu_before, wakes_before, written_before = family.cpu_ms(), family.wake_ups(), family.written()
-        pass_time(minutes, busy, laptop)
+        time.sleep(60 * minutes)
         if not family.processes():
             raise DidNotRun(run.last_word() or "ended by itself")
         wakes = sum(count - wakes_before.get(thread, 0) for thread, count in family.wake_ups().items())
@@ -131,29 +123,28 @@ def costs(program, tray, minutes, busy, laptop):
             "threads": family.threads(), "processes": len(family.processes())}
 
 
-def keep(battery, name, figures):
+def keep(name, figures):
     """Put the figures of a program into the file."""
     kept = json.loads(FIGURES.read_text()) if FIGURES.exists() else {}
-    kept.setdefault(battery, {})[name] = figures
+    kept[name] = figures
     FIGURES.write_text(json.dumps(kept, indent=2) + "\n")
 
 
 def main():
     """Each program in turn."""
     parser = argparse.ArgumentParser()
-    parser.add_argument("--busy", action="store_true")
     parser.add_argument("minutes", type=int)
     parser.add_argument("names", nargs="*")
     options = parser.parse_args()
-    laptop, tray = RemoteLaptop(), Tray()
+    tray = Tray()
     for program in [each for each in PROGRAMS if not options.names or each.name in options.names]:
         print(f"{program.name} ...", file=sys.stderr, flush=True)
         figures = {"version": program.version(), "minutes": options.minutes}
         try:
-            figures |= costs(program, tray, options.minutes, options.busy, laptop)
+            figures |= costs(program, tray, options.minutes)
         except DidNotRun as error:
             figures["error"] = str(error)
-        keep("busy" if options.busy else "quiet", program.name, figures)
+        keep(program.name, figures)
 
 
 if __name__ == "__main__":

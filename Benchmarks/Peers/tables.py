@@ -68,11 +68,9 @@ def _cell(figures, base, name, divisor, decimals):
 
 def main():
     """Both documents; the README has the peers only."""
-    kept = json.loads((HERE / "figures.json").read_text())
-    for battery, programs in kept.items():
-        text = f"{section(programs, ROWS)}\n\n{versions(programs)}"
-        put(ROOT / "Docs" / "Performance.md", f"{battery} battery", text)
-    peers = {name: figures for name, figures in kept["quiet"].items() if "," not in name}
+    programs = json.loads((HERE / "figures.json").read_text())
+    put(ROOT / "Docs" / "Performance.md", "costs", f"{section(programs, ROWS)}\n\n{versions(programs)}")
+    peers = {name: figures for name, figures in programs.items() if "," not in name}
     put(ROOT / "README.md", "costs", section(peers, [row for row in ROWS if row[1] in SHORT]))
 
 
