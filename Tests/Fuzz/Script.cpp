@@ -21,6 +21,11 @@ T numberFrom(std::string_view word) {
   return number;
 }
 
+/// As D-Bus carries text: valid, and without a null.
+Glib::ustring textFrom(std::string_view bytes) {
+  return Glib::ustring(std::string(bytes.substr(0, bytes.find('\0')))).make_valid();
+}
+
 /// One complete type, of those alone that D-Bus carries without more.
 bool isType(const std::string& text) {
   if (text.size() > kLongestType || text.find_first_of("mhr*?@&") != std::string::npos) {
@@ -111,10 +116,7 @@ std::string_view Pieces::next() {
   return piece;
 }
 
-Glib::ustring Words::text() {
-  const auto word = next();
-  return Glib::ustring(std::string(word.substr(0, word.find('\0')))).make_valid();
-}
+Glib::ustring Words::text() { return textFrom(next()); }
 
 std::int64_t Words::integer() { return numberFrom<std::int64_t>(next()); }
 
@@ -165,7 +167,7 @@ std::vector<Section> sectionsFrom(std::string_view script) {
     const auto equals = line.find('=');
     if (equals == std::string_view::npos) continue;
     Words words(line.substr(equals + 1));
-    sections.back().values.insert_or_assign(std::string(line.substr(0, equals)),
+    sections.back().values.insert_or_assign(textFrom(line.substr(0, equals)).raw(),
                                             variantFrom(words));
   }
   return sections;
