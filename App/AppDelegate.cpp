@@ -63,8 +63,9 @@ void AppDelegate::giveBackOnceSettled() {
   if (std::exchange(givingBack_, true)) return;
   runLoop_.runAfter(kSettled, lifetime_.guard([this] {
     givingBack_ = false;
-    const Views* loaded = viewsLoader_.loaded();
+    Views* loaded = viewsLoader_.loaded();
     if (loaded != nullptr && loaded->anyShown()) return giveBackOnceSettled();
+    if (loaded != nullptr) loaded->rest();
     giveBackMemory();
   }));
 }

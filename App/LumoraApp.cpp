@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AppDelegate.h"
 #include "ApplicationId.h"
+#include "Platform/Linux/Memory.h"
 #include "Platform/Linux/Variants.h"
 
 #include <csignal>
@@ -11,7 +12,6 @@
 
 #include <giomm.h>
 #include <glib-unix.h>
-#include <malloc.h>
 
 namespace {
 
@@ -76,17 +76,10 @@ class LumoraApp : public Gio::Application {
   bool started_ = false;
 };
 
-/// Gives large blocks back to the system as soon as they are free: by default the allocator keeps
-/// some megabytes after the first save of a long history.
-void returnFreeMemory() {
-  constexpr int kLargeBlock = 128 * 1024;
-  mallopt(M_MMAP_THRESHOLD, kLargeBlock);
-}
-
 }  // namespace
 
 int main() {
-  returnFreeMemory();
+  lumora::giveLargeBlocksBack();
   // A write beyond a limit of the system fails; it does not end the program.
   std::signal(SIGXFSZ, SIG_IGN);
   Gio::init();

@@ -11,7 +11,7 @@
 #include <string>
 
 /// Only what happens in here is counted.
-extern "C" [[gnu::noinline]] void counted(const std::function<void()>& work) { work(); }
+extern "C" [[gnu::noipa]] void counted(const std::function<void()>& work) { work(); }
 
 namespace lumora::benchmark {
 namespace {
@@ -31,7 +31,7 @@ void refresh() {
 
 /// A month of samples to the disk.
 void save() {
-  const Date now = dateSince1970(1'790'000'000);
+  const Date now = dateSince1970(1'790'000'000.1234567);
   LocalFiles files;
   const FolderOfAMonth folder(files, now);
   HistoryStore store(files, folder.path(), now);

@@ -14,7 +14,7 @@ std::vector<Sample> monthOfSamples(Date end) {
     const bool charging = phase < kHalfCycle;
     const int level = charging ? phase : 2 * kHalfCycle - phase;
     // Timers come a little late, and the clock has fractions.
-    const double time = secondsSince1970(end) - 60.0 * (kMinutes - 1 - minute) - 1e-6 * phase;
+    const double time = secondsSince1970(end) - 60.0 * (kMinutes - 1 - minute) - 1e-7 * phase;
     samples.push_back({time, 20 + level * 80 / kHalfCycle, charging, charging});
   }
   return samples;

@@ -53,6 +53,11 @@ double milliseconds(Clock::duration duration) {
   return std::chrono::duration<double, std::milli>(duration).count();
 }
 
+double middle(std::vector<double> times) {
+  std::nth_element(times.begin(), times.begin() + kOpenings / 2, times.end());
+  return times[kOpenings / 2];
+}
+
 int measure(const char* module) {
   test::FakeHost host;
   host.setBattery(73);
@@ -68,7 +73,8 @@ int measure(const char* module) {
 
   double first = 0;
   std::vector<double> later;
-  for (int i = 0; i <= kOpenings; ++i) {
+  std::vector<double> rested;
+  for (int i = 0; i <= 2 * kOpenings; ++i) {
     const auto start = Clock::now();
     host.model().refresh(AppModel::Reason::change);
     Views* views = loader.load();
@@ -82,16 +88,16 @@ int measure(const char* module) {
     if (i == 0) {
       first = taken;
     } else {
-      later.push_back(taken);
+      (i <= kOpenings ? later : rested).push_back(taken);
     }
     views->closePopover();
     turnUntil([&] { return !screen.isPainted(); });
+    if (i >= kOpenings) views->rest();
   }
-  std::sort(later.begin(), later.end());
-  std::printf("first opening    %6.1f ms  at most 60\n", first);
-  std::printf("later, median    %6.1f ms  at most 16\n", later[later.size() / 2]);
-  std::printf("later, slowest   %6.1f ms\n", later.back());
-  return first <= 60 && later[later.size() / 2] <= 16 ? 0 : 1;
+  std::printf("first opening          %6.1f ms  at most 60\n", first);
+  std::printf("later, middle          %6.1f ms  at most 16\n", middle(later));
+  std::printf("after a rest, middle   %6.1f ms  at most 16\n", middle(rested));
+  return first <= 60 && middle(later) <= 16 && middle(rested) <= 16 ? 0 : 1;
 }
 
 }  // namespace

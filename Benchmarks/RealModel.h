@@ -15,6 +15,8 @@
 #include "Support/FakeSoundPlayer.h"
 #include "Support/TemporaryFolder.h"
 
+#include <stdexcept>
+
 namespace lumora::benchmark {
 
 /// A folder with a month of history in it, up to `end`.
@@ -32,9 +34,10 @@ class RealModel {
   RealModel() {
     const auto context = Glib::MainContext::get_default();
     bool ready = false;
-    upower_.whenReady(std::chrono::seconds(2), [&] { ready = true; });
+    upower_.whenReady(std::chrono::minutes(1), [&] { ready = true; });
     while (!ready) context->iteration(true);
     model_.refresh(AppModel::Reason::launch);
+    if (!model_.state()->hasBattery) throw std::runtime_error("no battery: use the laptop");
   }
 
   AppModel& operator*() { return model_; }

@@ -8,7 +8,6 @@
 #include <bit>
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <string_view>
 
 namespace lumora {
@@ -29,28 +28,21 @@ bool isUsual(double time) { return time >= 0x1p29 && time < 0x1p33; }
 
 /// The shortest decimal that is read as `time` again, as std::to_chars has it, only sooner. Usual
 /// times lie between 2^-23 and 2^-20 apart, so that at most one decimal of six places is read as
-/// one of them, and always one of seven.
+/// one of them, and always one of seven. All steps are exact.
 char* appendDecimal(char* out, double time) {
-  constexpr std::uint64_t kOne = 1U << 23U;
-  constexpr std::uint64_t kMillion = 1'000'000;
   const auto whole = static_cast<std::uint64_t>(time);
-  const auto fraction = static_cast<std::uint64_t>((time - static_cast<double>(whole)) * kOne);
-  const std::uint64_t apart = std::bit_floor(whole) >> 29U;
+  const double fraction = time - static_cast<double>(whole);
+  const double apart = 0x1p-52 * static_cast<double>(std::bit_floor(whole));
 
-  // The fraction in so many parts of the whole, to the nearest, and to the even one of two.
-  const auto rounded = [fraction](std::uint64_t parts) {
-    const std::uint64_t exact = fraction * parts;
-    const std::uint64_t down = exact / kOne;
-    const std::uint64_t rest = exact % kOne;
-    return down + (rest > kOne / 2 || (rest == kOne / 2 && down % 2 == 1) ? 1 : 0);
-  };
   int places = 6;
-  std::uint64_t digits = whole * kMillion + rounded(kMillion);
-  const auto off = static_cast<std::int64_t>(rounded(kMillion) * kOne - fraction * kMillion);
-  if (2 * static_cast<std::uint64_t>(std::abs(off)) >= apart * kMillion) {
+  double parts = 1e6;
+  const double off = std::abs(std::nearbyint(fraction * parts) - fraction * parts);
+  if (2 * off >= apart * parts) {
     places = 7;
-    digits = whole * 10 * kMillion + rounded(10 * kMillion);
+    parts = 1e7;
   }
+  const auto digits = whole * static_cast<std::uint64_t>(parts) +
+                      static_cast<std::uint64_t>(std::nearbyint(fraction * parts));
   char* last = std::to_chars(out, out + 20, digits).ptr;
   char* const point = last - places;
   std::copy_backward(point, last, last + 1);

@@ -25,6 +25,9 @@ class PopoverWindow : public QWidget {
 
   void hideFromTheUser();
 
+  /// Gives up the window and its picture on the display, until it is shown again.
+  void leaveScreen() { destroy(); }
+
  protected:
   bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;

@@ -8,6 +8,7 @@
 #include "Views/Theme.h"
 
 #include <QApplication>
+#include <QPixmapCache>
 
 namespace lumora {
 namespace {
@@ -31,6 +32,10 @@ class QtViews final : public Views {
   bool popoverShown() const override { return popover_->isShownToTheUser(); }
   bool anyShown() const override {
     return popover_->isVisible() || (settings_ && settings_->isVisible());
+  }
+  void rest() override {
+    popover_->leaveScreen();
+    QPixmapCache::clear();
   }
   void showPopover(std::optional<ScreenPoint> click) override { popover_->showAt(click); }
   void closePopover() override { popover_->hideFromTheUser(); }

@@ -41,6 +41,9 @@ class Views {
   /// Whether the popover or the settings are on the screen.
   virtual bool anyShown() const = 0;
 
+  /// Gives up what only a window on the screen needs, until the next one is shown.
+  virtual void rest() = 0;
+
   /// Shows the popover at the click; without one, where the desktop's tray usually is.
   virtual void showPopover(std::optional<ScreenPoint> click) = 0;
 

@@ -42,6 +42,7 @@ class Lumora:
 
     def __init__(self, bundle, under=(), **environment):
         self._under = under
+        self._patience = 10 if under else 1
         self._environment = {**os.environ, "G_DEBUG": "fatal-warnings", **environment}
         self._executable = pathlib.Path(bundle).resolve() / "lumora"
         self._history = pathlib.Path(os.environ["XDG_DATA_HOME"]) / "Lumora" / "history.json"
@@ -70,7 +71,7 @@ class Lumora:
     def end(self):
         """Ask it to end and give its exit code."""
         self.process.send_signal(signal.SIGTERM)
-        return self.process.wait(TO_END_SECONDS)
+        return self.process.wait(TO_END_SECONDS * self._patience)
 
     def history(self):
         """The samples in the file, oldest first."""
@@ -82,4 +83,4 @@ class Lumora:
 
     def wait_until_saved(self, condition, what):
         """Wait until the last saved sample is as wanted."""
-        wait_for(lambda: any(map(condition, self.history()[-1:])), REFRESH_SECONDS, what)
+        wait_for(lambda: any(map(condition, self.history()[-1:])), REFRESH_SECONDS * self._patience, what)

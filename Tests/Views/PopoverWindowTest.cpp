@@ -4,6 +4,7 @@
 #include "Views/PopoverPlace.h"
 #include "Views/PopoverWindow.h"
 
+#include <QAbstractButton>
 #include <QTest>
 #include <fstream>
 
@@ -47,6 +48,30 @@ TEST(PopoverWindow, StaysClosedForTheClickThatClosedIt) {
   window.showAt(ScreenPoint{400, 10});
   QTest::keyClick(&window, Qt::Key_Escape);
   EXPECT_FALSE(window.isShownToTheUser());
+}
+
+TEST(PopoverWindow, ComesBackToTheScreenAsItWas) {
+  FakeHost host;
+  host.setBattery(73);
+  host.model().refresh(AppModel::Reason::change);
+  PopoverWindow window(host);
+  window.showAt(ScreenPoint{400, 10});
+  for (auto* button : window.findChildren<QAbstractButton*>()) {
+    if (button->text() == "7 days" || button->text() == "Daily summary") button->click();
+  }
+  QCoreApplication::processEvents();
+  const QPixmap before = window.grab();
+  const QPoint place = window.pos();
+  window.close();
+  window.leaveScreen();
+  EXPECT_EQ(window.windowHandle(), nullptr);
+  EXPECT_FALSE(window.isShownToTheUser());
+
+  window.showAt(ScreenPoint{400, 10});
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(window.isVisible());
+  EXPECT_EQ(window.pos(), place);
+  EXPECT_EQ(window.grab().toImage(), before.toImage());
 }
 
 TEST(PopoverWindow, IsAsLargeAsItsContent) {

@@ -4,6 +4,7 @@
 // still: soak [DAYS]. Prints what the process takes after each day; fails where it has grown by
 // more than a megabyte since the first one, or keeps a file open.
 #include "FakeHost.h"
+#include "Platform/Linux/Memory.h"
 #include "Views/PopoverWindow.h"
 
 #include <QApplication>
@@ -12,8 +13,6 @@
 #include <fstream>
 #include <iostream>
 #include <string>
-
-#include <malloc.h>
 
 namespace lumora::test {
 namespace {
@@ -109,8 +108,7 @@ bool soak(int days) {
 }  // namespace lumora::test
 
 int main(int argc, char** argv) {
-  // Large blocks go back at once, as in the program.
-  mallopt(M_MMAP_THRESHOLD, 128 * 1024);
+  lumora::giveLargeBlocksBack();
   // A screen that nobody sees.
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);

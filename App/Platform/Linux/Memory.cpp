@@ -31,6 +31,11 @@ int giveBack(dl_phdr_info* library, std::size_t /*size*/, void* /*data*/) {
 
 }  // namespace
 
+void giveLargeBlocksBack() {
+  constexpr int kLargeBlock = 128 * 1024;
+  mallopt(M_MMAP_THRESHOLD, kLargeBlock);
+}
+
 void giveBackMemory() {
   malloc_trim(0);
   dl_iterate_phdr(giveBack, nullptr);
