@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Consequences.h"
 
-#include "Fuzzer.h"
 #include "Platform/Linux/TimeText.h"
 #include "Platform/StatusItemFace.h"
 #include "StatusItem.h"

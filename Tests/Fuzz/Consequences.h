@@ -3,10 +3,15 @@
 #pragma once
 
 #include "Alerts/AlertEngine.h"
+#include "Battery/BatteryReader.h"
 #include "Battery/BatteryState.h"
+#include "Fuzzer.h"
 #include "Platform/Date.h"
 #include "Preferences/DefaultsStore.h"
 #include "Preferences/Prefs.h"
+#include "Support/FakeLowPowerMode.h"
+#include "Support/FakePowerSources.h"
+#include "Support/MemoryFiles.h"
 
 #include <optional>
 
@@ -30,6 +35,25 @@ class Consequences {
   DefaultsStore& defaults_;
   Prefs prefs_;
   AlertEngine engine_;
+};
+
+/// A machine whose readings are followed, a minute after one another.
+class ReadMachine {
+ public:
+  void read() {
+    consequences_.follow(reader_.read(), now_, kNow - Seconds(3600));
+    now_ += Seconds(60);
+  }
+
+  FakePowerSources sources;
+  FakeLowPowerMode lowPowerMode;
+
+ private:
+  const BatteryReader reader_{sources, lowPowerMode};
+  MemoryFiles files_;
+  DefaultsStore defaults_{files_, "/settings/Lumora/defaults.json"};
+  Consequences consequences_{defaults_};
+  Date now_ = kNow;
 };
 
 }  // namespace lumora::test
