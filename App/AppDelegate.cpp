@@ -63,9 +63,10 @@ void AppDelegate::giveBackOnceSettled() {
   if (std::exchange(givingBack_, true)) return;
   runLoop_.runAfter(kSettled, lifetime_.guard([this] {
     givingBack_ = false;
-    Views* loaded = viewsLoader_.loaded();
-    if (loaded != nullptr && loaded->anyShown()) return giveBackOnceSettled();
-    if (loaded != nullptr) loaded->rest();
+    if (Views* loaded = viewsLoader_.loaded()) {
+      if (loaded->anyShown()) return giveBackOnceSettled();
+      loaded->rest();
+    }
     giveBackMemory();
   }));
 }

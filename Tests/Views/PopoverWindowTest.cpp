@@ -24,11 +24,20 @@ long residentKiB() {
   return size;
 }
 
-TEST(PopoverWindow, ClosesOnEscape) {
+/// The popover of a machine with a battery.
+struct Popover {
+  Popover() : window(host) {
+    host.setBattery(73);
+    host.model().refresh(AppModel::Reason::change);
+  }
+
   FakeHost host;
-  host.setBattery(73);
-  host.model().refresh(AppModel::Reason::change);
-  PopoverWindow window(host);
+  PopoverWindow window;
+};
+
+TEST(PopoverWindow, ClosesOnEscape) {
+  Popover popover;
+  PopoverWindow& window = popover.window;
   window.showAt(ScreenPoint{400, 10});
   EXPECT_TRUE(window.isVisible());
   QTest::keyClick(&window, Qt::Key_Escape);
@@ -51,10 +60,8 @@ TEST(PopoverWindow, StaysClosedForTheClickThatClosedIt) {
 }
 
 TEST(PopoverWindow, ComesBackToTheScreenAsItWas) {
-  FakeHost host;
-  host.setBattery(73);
-  host.model().refresh(AppModel::Reason::change);
-  PopoverWindow window(host);
+  Popover popover;
+  PopoverWindow& window = popover.window;
   window.showAt(ScreenPoint{400, 10});
   for (auto* button : window.findChildren<QAbstractButton*>()) {
     if (button->text() == "7 days" || button->text() == "Daily summary") button->click();
@@ -75,10 +82,9 @@ TEST(PopoverWindow, ComesBackToTheScreenAsItWas) {
 }
 
 TEST(PopoverWindow, IsAsLargeAsItsContent) {
-  FakeHost host;
-  host.setBattery(73);
-  host.model().refresh(AppModel::Reason::change);
-  PopoverWindow window(host);
+  Popover popover;
+  FakeHost& host = popover.host;
+  PopoverWindow& window = popover.window;
   window.showAt(std::nullopt);
   QCoreApplication::processEvents();
   const int tall = window.height();
