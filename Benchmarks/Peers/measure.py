@@ -1,8 +1,9 @@
 # SPDX-FileCopyrightText: 2026 The Lumora authors
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Measure programs one after the other in the simulated laptop, and keep the raw figures.
+"""Measure a program in the simulated laptop and keep the raw figures.
 
-measure.py MINUTES [PROGRAM...]
+measure.py                   tells the programs' names
+measure.py MINUTES PROGRAM   measures one
 """
 
 import argparse
@@ -39,7 +40,7 @@ MARKS = itertools.count(1)
 
 
 class DidNotRun(Exception):
-    """A program that shows nothing in the tray or ends by itself, and its last word."""
+    """A program that shows nothing in the tray or ends by itself."""
 
 
 class Tray:
@@ -89,14 +90,15 @@ class Run:
         deadline = time.monotonic() + TO_SHOW_SECONDS
         while not self._tray.shows_something():
             if time.monotonic() > deadline or self._process.poll() not in (None, 0):
-                raise DidNotRun(self.last_word() or f"no item in {TO_SHOW_SECONDS} s")
+                raise self.failure("no item in the tray")
             # Asked without a pause, the display would do nothing else.
             time.sleep(LOOK_SECONDS)
 
-    def last_word(self):
-        """The last line of its output."""
+    def failure(self, what):
+        """The error that tells what happened, the exit status, None while it runs, and its last word."""
         self._log.seek(0)
-        return "".join(self._log.read().splitlines()[-1:])
+        last_word = "".join(self._log.read().splitlines()[-1:])
+        return DidNotRun(f"{what}; exit status: {self._process.poll()}; last word: {last_word}")
 
 
 def costs(program, tray, minutes):
@@ -114,7 +116,7 @@ def costs(program, tray, minutes):
         cpu_before, wakes_before, written_before = family.cpu_ms(), family.wake_ups(), family.written()
         time.sleep(60 * minutes)
         if not family.processes():
-            raise DidNotRun(run.last_word() or "ended by itself")
+            raise run.failure("ended by itself")
         wakes = sum(count - wakes_before.get(thread, 0) for thread, count in family.wake_ups().items())
         return {
             **family.memory(), "wake_ups": wakes / minutes, "cpu": (family.cpu_ms() - cpu_before) / minutes,
@@ -131,20 +133,23 @@ def keep(name, figures):
 
 
 def main():
-    """Each program in turn."""
+    """One program, or the names of all."""
+    programs = {program.name: program for program in PROGRAMS}
+    if len(sys.argv) == 1:
+        print(*programs, sep="\n")
+        return
     parser = argparse.ArgumentParser()
     parser.add_argument("minutes", type=int)
-    parser.add_argument("names", nargs="*")
+    parser.add_argument("name", choices=programs)
     options = parser.parse_args()
-    tray = Tray()
-    for program in [each for each in PROGRAMS if not options.names or each.name in options.names]:
-        print(f"{program.name} ...", file=sys.stderr, flush=True)
-        figures = {"version": program.version(), "minutes": options.minutes}
-        try:
-            figures |= costs(program, tray, options.minutes)
-        except DidNotRun as error:
-            figures["error"] = str(error)
-        keep(program.name, figures)
+    program = programs[options.name]
+    print(f"{program.name} ...", file=sys.stderr, flush=True)
+    figures = {"version": program.version(), "minutes": options.minutes}
+    try:
+        figures |= costs(program, Tray(), options.minutes)
+    except DidNotRun as error:
+        figures["error"] = str(error)
+    keep(program.name, figures)
 
 
 if __name__ == "__main__":
