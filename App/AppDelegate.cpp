@@ -3,10 +3,9 @@
 #include "AppDelegate.h"
 
 #include "ApplicationId.h"
-#include "Platform/Linux/MainBundle.h"
-#include "Platform/Linux/Memory.h"
-#include "Platform/Linux/TimeText.h"
-#include "StatusItem.h"
+#include "Content/StatusItem.h"
+#include "Linux/System/MainBundle.h"
+#include "Linux/System/Memory.h"
 #include "TrayIcon/TrayIcon.h"
 
 #include <utility>
@@ -15,7 +14,7 @@ namespace lumora {
 namespace {
 
 constexpr std::chrono::milliseconds kPatienceAtLaunch{2000};
-// What is large and rare is over by then.
+// Timeout after which start-up, or the last use of a window, is over and memory is given back.
 constexpr std::chrono::milliseconds kSettled{10'000};
 
 std::filesystem::path settingsFolder() {
@@ -24,20 +23,24 @@ std::filesystem::path settingsFolder() {
 
 }  // namespace
 
-AppDelegate::AppDelegate(BusConnection session, std::function<void()> quit)
+AppDelegate::AppDelegate(BusConnection session, Files& files, std::function<void()> quit)
     : session_(std::move(session)),
       quit_(std::move(quit)),
+      files_(files),
       bundle_(mainBundle()),
       defaults_(files_, settingsFolder() / "defaults.json"),
       loginItem_(bundle_.location / "lumora", kApplicationId,
                  AutostartEntry::configurationFolders()),
       soundPlayer_(bundle_.location / "lumora_sound", bundle_.location / "Resources" / "sounds"),
       permissions_(session_, kApplicationId),
-      notifications_(session_, {kApplicationId, bundle_.location / "Resources" / "sounds"},
+      notifications_(session_,
+                     {.applicationId = kApplicationId,
+                      .sounds = bundle_.location / "Resources" / "sounds",
+                      .icon = bundle_.location / "Resources" / "icons" / "org.lumora.Lumora.svg"},
                      permissions_, soundPlayer_),
       model_({.clock = clock_,
               .runLoop = runLoop_,
-              .powerSources = steadyPowerSources_,
+              .powerSources = powerSources_,
               .lowPowerMode = lowPowerMode_,
               .sleepEvents = sleepEvents_,
               .notificationCentre = notifications_,
@@ -46,7 +49,9 @@ AppDelegate::AppDelegate(BusConnection session, std::function<void()> quit)
               .defaults = defaults_,
               .applicationSupport = Glib::get_user_data_dir()}),
       iconModule_(bundle_.location / "lumora_icon.so"),
-      viewsLoader_(bundle_.location / "lumora_views.so", *this) {}
+      viewsLoader_(bundle_.location / "lumora_views.so", *this) {
+  useCatalogues(bundle_.location / "Resources" / "locale");
+}
 
 void AppDelegate::applicationDidFinishLaunching() {
   defaults_.registerDefaults(Prefs::defaults());
@@ -58,7 +63,8 @@ void AppDelegate::applicationDidFinishLaunching() {
   giveBackOnceSettled();
 }
 
-/// The start and each use of the windows need much that nothing else needs.
+/// Returns unused memory to the system once, ten seconds after the start and after each use of the
+/// windows: both map code and fill buffers that the resident program does not use.
 void AppDelegate::giveBackOnceSettled() {
   if (std::exchange(givingBack_, true)) return;
   runLoop_.runAfter(kSettled, lifetime_.guard([this] {
@@ -73,26 +79,31 @@ void AppDelegate::giveBackOnceSettled() {
 
 void AppDelegate::makeStatusItem() {
   statusItem_.emplace(
-      session_,
+      session_, runLoop_,
       StatusNotifierItem::Identity{
           .id = "lumora", .title = "Lumora", .iconThemePath = bundle_.location / "Resources/icons"},
       StatusNotifierItem::Callbacks{
           .activated = [this](std::optional<ScreenPoint> click) { togglePopover(click); },
           .activationToken = takeActivationToken,
           .menu = [this] { return menu(); },
+          .face = [this](TextPlace place) { return statusItemFace(place); },
           .draw = [this](const DrawnIcon& icon) { return draw(icon); }});
   // A change of the state is announced before it happens.
   const auto update = [this] { runLoop_.runSoon(lifetime_.guard([this] { updateStatusItem(); })); };
-  subscriptions_ = {model_.state().subscribe(update), defaults_.subscribe(update)};
+  subscriptions_ = {model_.state().subscribe(update), model_.looking().subscribe(update),
+                    defaults_.subscribe(update)};
 }
 
-void AppDelegate::updateStatusItem() {
+void AppDelegate::updateStatusItem() { statusItem_->show(); }
+
+StatusItemFace AppDelegate::statusItemFace(TextPlace place) {
   const auto hasImage = [this](const std::string& name) {
     std::error_code error;
     return std::filesystem::exists(bundle_.location / "Resources/icons" / (iconName(name) + ".svg"),
                                    error);
   };
-  statusItem_->show(statusItemContent(*model_.state(), Prefs::current(defaults_), hasImage));
+  return lumora::statusItemFace(*model_.state(), *model_.looking(), Prefs::current(defaults_),
+                                place, hasImage);
 }
 
 /// Nothing where the module is missing: then the item has its text in the tooltip alone.
@@ -104,7 +115,7 @@ std::vector<Icon> AppDelegate::draw(const DrawnIcon& icon) {
 }
 
 Menu AppDelegate::menu() {
-  return statusMenu(*model_.state(), *model_.snoozeUntil(), timeOfDayText,
+  return statusMenu(*model_.state(), *model_.looking(), *model_.snoozeUntil(),
                     {.open = [this] { togglePopover(std::nullopt); },
                      .snooze = [this] { model_.snooze(); },
                      .cancelSnooze = [this] { model_.cancelSnooze(); },
@@ -112,7 +123,10 @@ Menu AppDelegate::menu() {
                      .quit = [this] { quit(); }});
 }
 
-void AppDelegate::applicationWillTerminate() { model_.saveHistory(); }
+void AppDelegate::applicationWillTerminate() {
+  defaults_.save();
+  model_.saveHistory();
+}
 
 void AppDelegate::togglePopover(std::optional<ScreenPoint> click) {
   Views* shown = views();

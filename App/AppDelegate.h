@@ -2,33 +2,47 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "AppModel.h"
-#include "Battery/SteadyPowerSources.h"
-#include "Lifetime.h"
-#include "Platform/Linux/AutostartEntry.h"
-#include "Platform/Linux/DesktopAppearance.h"
-#include "Platform/Linux/DesktopNotifications.h"
-#include "Platform/Linux/LocalFiles.h"
-#include "Platform/Linux/Logind.h"
-#include "Platform/Linux/MainLoop.h"
-#include "Platform/Linux/PermissionStore.h"
-#include "Platform/Linux/PowerProfiles.h"
-#include "Platform/Linux/SoundProcess.h"
-#include "Platform/Linux/StatusNotifierItem.h"
-#include "Platform/Linux/SystemClock.h"
-#include "Platform/Linux/UPower.h"
+#include "AppModel/AppModel.h"
+#include "Base/Date.h"
+#include "Base/Lifetime.h"
+#include "Base/Observable.h"
+#include "Base/ScreenPoint.h"
+#include "Linux/Bus/ServiceWatch.h"
+#include "Linux/Notifications/DesktopNotifications.h"
+#include "Linux/Notifications/PermissionStore.h"
+#include "Linux/Notifications/SoundProcess.h"
+#include "Linux/Power/PowerProfiles.h"
+#include "Linux/Power/UPower.h"
+#include "Linux/Session/AutostartEntry.h"
+#include "Linux/Session/DesktopAppearance.h"
+#include "Linux/Session/Logind.h"
+#include "Linux/System/MainLoop.h"
+#include "Linux/System/SystemClock.h"
+#include "Linux/Tray/StatusNotifierItem.h"
+#include "Module.h"
+#include "Platform/Appearance.h"
+#include "Platform/Bundle.h"
+#include "Platform/LoginItem.h"
+#include "Platform/SoundPlayer.h"
+#include "Platform/StatusItem.h"
+#include "Preferences/DefaultsStore.h"
+#include "Storage/Files.h"
+#include "Views/ViewsModule.h"
 #include "ViewsLoader.h"
 
+#include <functional>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace lumora {
 
 /// Owns everything for the life of the program and wires it: the one place that sees all rooms.
 class AppDelegate final : public ViewsHost {
  public:
-  /// `session` is the session bus; absent where there is none.
+  /// `session` is the session bus; absent where there is none. `files` must outlive this.
   /// `quit` ends the main loop.
-  AppDelegate(BusConnection session, std::function<void()> quit);
+  AppDelegate(BusConnection session, Files& files, std::function<void()> quit);
 
   /// Starts the model as soon as the power sources are known.
   void applicationDidFinishLaunching();
@@ -55,6 +69,7 @@ class AppDelegate final : public ViewsHost {
   void giveBackOnceSettled();
   void makeStatusItem();
   void updateStatusItem();
+  StatusItemFace statusItemFace(TextPlace place);
   std::vector<Icon> draw(const DrawnIcon& icon);
   Menu menu();
 
@@ -62,11 +77,10 @@ class AppDelegate final : public ViewsHost {
   std::function<void()> quit_;
   SystemClock clock_;
   MainLoop runLoop_;
-  LocalFiles files_;
+  Files& files_;
   Bundle bundle_;
   DefaultsStore defaults_;
   UPower powerSources_;
-  SteadyPowerSources steadyPowerSources_{powerSources_, clock_, runLoop_};
   PowerProfiles lowPowerMode_;
   Logind sleepEvents_;
   AutostartEntry loginItem_;

@@ -2,38 +2,89 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AppDelegate.h"
 #include "ApplicationId.h"
-#include "Platform/Linux/Memory.h"
-#include "Platform/Linux/Variants.h"
+#include "Linux/Bus/Variants.h"
+#include "Linux/System/BaseDirectories.h"
+#include "Linux/System/EndSignals.h"
+#include "Linux/System/FileWriter.h"
+#include "Linux/System/LocalFiles.h"
+#include "Linux/System/MainBundle.h"
+#include "Linux/System/MainLoop.h"
+#include "Linux/System/Memory.h"
 
+#include <atomic>
+#include <clocale>
 #include <csignal>
 #include <cstdlib>
 #include <memory>
 #include <optional>
 
 #include <giomm.h>
-#include <glib-unix.h>
+#include <linux/close_range.h>
+#include <unistd.h>
 
 namespace {
 
 class LumoraApp;
 
-/// The one that a toolkit ends together with its display.
-LumoraApp* atDisplay = nullptr;
+// By then a session manager's patience is over, too.
+constexpr std::chrono::seconds kPatienceAtEnd{60};
+
+// A session that ends takes its compositor, its bus and its programs away in any order.
+constexpr std::chrono::milliseconds kSessionsEnd{1000};
+
+/// The running program, for when Qt loses the display: on X11 it calls exit(), on Wayland _exit(),
+/// on the main thread in the middle of anything, and on one of its own.
+LumoraApp* running = nullptr;
 
 /// The program: one for each session, without a window of its own.
 class LumoraApp : public Gio::Application {
  public:
   LumoraApp() : Gio::Application(lumora::kApplicationId) {}
 
+  /// Runs until the end, which no disk holds up: the item is gone from the tray by then, and the
+  /// process stays until its files are written.
+  int runAndFinish() {
+    // No command line: whatever stands there is not ours.
+    const int code = run(0, nullptr);
+    // It may have been the bus that ended it.
+    if (session_) g_dbus_connection_close_sync(session_->gobj(), nullptr, nullptr);
+    if (!files_.finish(kPatienceAtEnd)) std::_Exit(code);
+    running = nullptr;
+    return code;
+  }
+
+  bool isThisProcess() const { return getpid() == process_; }
+
+  /// A Wayland compositor that crashed may come back, and reminders need none: the program starts
+  /// anew in its process, without a display, unless the session ends.
+  [[noreturn]] void leaveCompositor() {
+    if (gettid() != process_) {
+      // At the end the main thread waits for this one.
+      loop_.runSoon([this] { leaveCompositor(); });
+      isEnding_.wait(false);
+    }
+    save();
+    const bool isAsked = isQuitting_ || end_->lastCame(kSessionsEnd);
+    if (!isAsked && session_ && !session_->is_closed()) {
+      close_range(3, ~0U, CLOSE_RANGE_CLOEXEC);
+      execl(executable_.c_str(), executable_.c_str(), nullptr);
+    }
+    std::_Exit(0);
+  }
+
  private:
   void on_startup() override {
     Gio::Application::on_startup();
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) g_unix_signal_add(signal, onSignal, this);
+    end_.emplace([this] { delegate_->quit(); });
     hold();
     add_action("settings", [this] { delegate_->openSettings(); });
     add_action("quit", [this] { delegate_->quit(); });
-    delegate_.emplace(get_dbus_connection(), [this] { quit(); });
-    atDisplay = this;
+    session_ = get_dbus_connection();
+    delegate_.emplace(session_, files_, [this] {
+      isQuitting_ = true;
+      quit();
+    });
+    running = this;
     std::atexit(onExit);
     delegate_->applicationDidFinishLaunching();
   }
@@ -54,36 +105,62 @@ class LumoraApp : public Gio::Application {
   }
 
   void on_shutdown() override {
-    atDisplay = nullptr;
+    isQuitting_ = true;
     delegate_->applicationWillTerminate();
+    isEnding_ = true;
+    isEnding_.notify_all();
     delegate_.reset();
     Gio::Application::on_shutdown();
   }
 
-  static gboolean onSignal(gpointer app) {
-    static_cast<LumoraApp*>(app)->delegate_->quit();
-    return G_SOURCE_CONTINUE;
-  }
-
-  /// Qt leaves the process by itself when the display is gone, as it is at the end of a session.
+  /// The X11 display is gone, as it is at the end of a session.
   static void onExit() {
-    if (atDisplay == nullptr) return;
-    atDisplay->delegate_->applicationWillTerminate();
+    if (running == nullptr) return;
+    running->save();
     std::_Exit(0);
   }
 
+  /// Where the loop no longer runs.
+  void save() {
+    if (!isEnding_) delegate_->applicationWillTerminate();
+    files_.finish(kPatienceAtEnd);
+  }
+
+  const pid_t process_ = getpid();
+  // The link to it says so only until an upgrade replaces it.
+  const std::filesystem::path executable_ = lumora::mainBundle().location / "lumora";
+  std::optional<lumora::EndSignals> end_;
+
+  lumora::LocalFiles disk_;
+  lumora::MainLoop loop_;
+  lumora::FileWriter files_{disk_, loop_};
+  lumora::BusConnection session_;
   std::optional<lumora::AppDelegate> delegate_;
   bool started_ = false;
+  bool isQuitting_ = false;
+  std::atomic<bool> isEnding_ = false;  // Then all that is to be written is on its way.
 };
 
 }  // namespace
 
+/// In the place of the C library's, which libraries call. Not for a child that is about to start
+/// another program.
+extern "C" void _exit(int status) {
+  if (running != nullptr && running->isThisProcess()) running->leaveCompositor();
+  std::_Exit(status);
+}
+
 int main() {
   lumora::giveLargeBlocksBack();
+  lumora::ignoreRelativeBaseDirectories();
   // A write beyond a limit of the system fails; it does not end the program.
   std::signal(SIGXFSZ, SIG_IGN);
+  // Of the locale what texts take, and the C library's alone: the C++ library's would be another
+  // account of the same, and GLib complains of one that the system does not have.
+  Glib::set_init_to_users_preferred_locale(false);
+  for (const int category : {LC_CTYPE, LC_MESSAGES, LC_NUMERIC, LC_TIME}) {
+    std::setlocale(category, "");
+  }
   Gio::init();
-  const auto app = Glib::make_refptr_for_instance(new LumoraApp);
-  // No command line: whatever stands there is not ours.
-  return app->run(0, nullptr);
+  return Glib::make_refptr_for_instance(new LumoraApp)->runAndFinish();
 }

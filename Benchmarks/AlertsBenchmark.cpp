@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Alerts/AlertEngine.h"
-#include "Platform/Linux/LocalFiles.h"
+#include "Linux/System/LocalFiles.h"
 #include "Support/TemporaryFolder.h"
 
 #include <benchmark/benchmark.h>

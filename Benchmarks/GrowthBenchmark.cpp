@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the history costs at several lengths, beside a copy of the same bytes and two JSON
 // libraries.
+#include "Content/ChartPoints.h"
 #include "History/HistoryFile.h"
 #include "History/HistoryStore.h"
-#include "Platform/Linux/LocalFiles.h"
+#include "Linux/System/LocalFiles.h"
 #include "Support/MemoryFiles.h"
 #include "Support/TemporaryFolder.h"
-#include "Views/ChartPoints.h"
 
 #include <cstring>
 

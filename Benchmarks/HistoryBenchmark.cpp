@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "History/HistoryFile.h"
 #include "History/HistoryStore.h"
+#include "Linux/System/LocalFiles.h"
 #include "Month.h"
-#include "Platform/Linux/LocalFiles.h"
 #include "Support/TemporaryFolder.h"
 
 #include <benchmark/benchmark.h>

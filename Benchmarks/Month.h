@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Base/Date.h"
 #include "History/Sample.h"
-#include "Platform/Date.h"
 
 #include <vector>
 

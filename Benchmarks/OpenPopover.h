@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Views/FakeHost.h"
-#include "Views/PopoverView.h"
+#include "Views/Popover/PopoverView.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -2,16 +2,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "AppModel.h"
+#include "AppModel/AppModel.h"
 #include "History/HistoryFile.h"
+#include "Linux/Notifications/DesktopNotifications.h"
+#include "Linux/Power/PowerProfiles.h"
+#include "Linux/Power/UPower.h"
+#include "Linux/Session/Logind.h"
+#include "Linux/System/LocalFiles.h"
+#include "Linux/System/MainBundle.h"
+#include "Linux/System/MainLoop.h"
 #include "Month.h"
-#include "Platform/Linux/DesktopNotifications.h"
-#include "Platform/Linux/LocalFiles.h"
-#include "Platform/Linux/Logind.h"
-#include "Platform/Linux/MainBundle.h"
-#include "Platform/Linux/MainLoop.h"
-#include "Platform/Linux/PowerProfiles.h"
-#include "Platform/Linux/UPower.h"
 #include "Support/FakeSoundPlayer.h"
 #include "Support/TemporaryFolder.h"
 
@@ -47,6 +47,7 @@ class RealModel {
   class StoppedClock final : public Clock {
    public:
     Date now() const override { return dateSince1970(1'790'000'000); }
+    Seconds sinceBoot() const override { return Seconds{1000}; }
   };
 
   Glib::RefPtr<Gio::DBus::Connection> session_ =

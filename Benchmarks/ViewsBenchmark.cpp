@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Content/ChartPoints.h"
 #include "OpenPopover.h"
 
 #include <benchmark/benchmark.h>

@@ -17,10 +17,8 @@ import subprocess
 import sys
 import tempfile
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "Tests" / "EndToEnd"))
-
-from bundle import Lumora, forget  # noqa: E402
-from month import write_history  # noqa: E402
+from lumora_testing.bundle import Lumora, forget
+from lumora_testing.month import write_history
 
 KEPT = pathlib.Path(__file__).with_name("counts.json")
 WORKS = ["refresh", "first launch", "launch", "save", "redraw"]
@@ -29,8 +27,11 @@ LEAST_SHARE = 0.01
 TOTAL = re.compile(r"^ *([\d,]+) .*PROGRAM TOTALS$", re.MULTILINE)
 LINE = re.compile(r"^ *([\d,]+) +\([ \d.]+%\) +[^:]*:(lumora::[^(]*)", re.MULTILINE)
 # No window, and the code that runs on every processor.
-ALIKE = {"QT_QPA_PLATFORM": "offscreen", "QT_LOGGING_RULES": "default.warning=false",
-         "SIMDJSON_FORCE_IMPLEMENTATION": "fallback"}
+ALIKE = {
+    "QT_QPA_PLATFORM": "offscreen",
+    "QT_LOGGING_RULES": "default.warning=false",
+    "SIMDJSON_FORCE_IMPLEMENTATION": "fallback",
+}
 
 
 def callgrind(profile, *options):
@@ -68,8 +69,12 @@ def number(text):
 
 def counts_in(profile):
     """All instructions, and those of each larger function of Lumora's with what it calls."""
-    text = subprocess.run(["callgrind_annotate", "--inclusive=yes", "--auto=no", "--threshold=100", profile],
-                          check=True, capture_output=True, text=True).stdout.replace("(anonymous namespace)::", "")
+    text = subprocess.run(
+        ["callgrind_annotate", "--inclusive=yes", "--auto=no", "--threshold=100", profile],
+        check=True,
+        capture_output=True,
+        text=True,
+    ).stdout.replace("(anonymous namespace)::", "")
     total = number(TOTAL.search(text)[1])
     functions = collections.Counter()
     for count, name in LINE.findall(text):
@@ -82,8 +87,11 @@ def grown(kept, now):
     """The innermost function that holds at least half of the rise; the last to blame is one without a kept count."""
     half = (now["total"] - kept["total"]) / 2
     holding = [name for name, count in now["functions"].items() if count - kept["functions"].get(name, 0) >= half]
-    return min(holding, key=lambda name: (name not in kept["functions"], now["functions"][name]),
-               default="none of Lumora's own")
+    return min(
+        holding,
+        key=lambda name: (name not in kept["functions"], now["functions"][name]),
+        default="none of Lumora's own",
+    )
 
 
 def verdict(kept, now):

@@ -6,29 +6,40 @@ growth.py BENCHMARK
 
 import json
 import math
-import pathlib
 import subprocess
 import sys
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent / "Peers"))
-
-from tables import ROOT, put  # noqa: E402
+from lumora_testing.documents import ROOT, put
 
 LENGTHS = [1_000, 10_000, 43_200, 432_000]
 MONTH = 43_200
 # Operation, title, what it is compared with, the most microseconds for a month.
 OPERATIONS = [
-    ("load", "load", "Parses", 6_000), ("encode", "encode", "Writes", 4_000), ("save", "save, to memory", "Writes", None),
-    ("samplesOfADay", "samples of a day", None, None), ("summariesOfAWeek", "summaries of seven days", None, 60),
-    ("pointsOfADay", "points of a day", None, 20), ("pointsOfAWeek", "points of seven days", None, None)]
+    ("load", "load", "Parses", 6_000),
+    ("encode", "encode", "Writes", 4_000),
+    ("save", "save, to memory", "Writes", None),
+    ("samplesOfADay", "samples of a day", None, None),
+    ("summariesOfAWeek", "summaries of seven days", None, 60),
+    ("pointsOfADay", "points of a day", None, 20),
+    ("pointsOfAWeek", "points of seven days", None, None),
+]
 MOST_GROWTH = 1.1
 
 
 def measured(program):
     """Microseconds of CPU by operation and length: the middle of five runs."""
-    output = subprocess.run([program, "--benchmark_format=json", "--benchmark_repetitions=5",
-                             "--benchmark_report_aggregates_only=true", "--benchmark_min_time=0.1"],
-                            check=True, capture_output=True, text=True).stdout
+    output = subprocess.run(
+        [
+            program,
+            "--benchmark_format=json",
+            "--benchmark_repetitions=5",
+            "--benchmark_report_aggregates_only=true",
+            "--benchmark_min_time=0.1",
+        ],
+        check=True,
+        capture_output=True,
+        text=True,
+    ).stdout
     found = {}
     for run in json.loads(output)["benchmarks"]:
         if run["aggregate_name"] == "median":
@@ -46,27 +57,48 @@ def growth(times, operation):
 def row(times, operation, title, library):
     """A line of the table."""
     month = times[operation, MONTH]
-    ratios = [f"{times[name, MONTH] / month:.1f} ×" if library else ""
-              for name in (f"nlohmann{library}", f"rapidjson{library}")]
-    return [title, *(f"{times[operation, length]:,.2f}" for length in LENGTHS), f"{growth(times, operation):.2f}",
-            f"{month / times['copyTheText', MONTH]:.2f} ×", *ratios]
+    ratios = [
+        f"{times[name, MONTH] / month:.1f} ×" if library else ""
+        for name in (f"nlohmann{library}", f"rapidjson{library}")
+    ]
+    return [
+        title,
+        *(f"{times[operation, length]:,.2f}" for length in LENGTHS),
+        f"{growth(times, operation):.2f}",
+        f"{month / times['copyTheText', MONTH]:.2f} ×",
+        *ratios,
+    ]
 
 
 def main():
     """Measure, write the table, compare with the goals."""
     times = measured(sys.argv[1])
-    lines = [["µs of CPU", *(f"{length:,}" for length in LENGTHS), "grows with", "to a copy of the text",
-              "nlohmann/json takes", "RapidJSON takes"]]
+    lines = [
+        [
+            "µs of CPU",
+            *(f"{length:,}" for length in LENGTHS),
+            "grows with",
+            "to a copy of the text",
+            "nlohmann/json takes",
+            "RapidJSON takes",
+        ]
+    ]
     lines.append(["---"] + ["--:"] * (len(lines[0]) - 1))
     lines += [row(times, operation, title, library) for operation, title, library, _ in OPERATIONS]
     lines.append(row(times, "copyTheText", "a copy of the text", None))
     put(ROOT / "Docs" / "Performance.md", "growth", "\n".join("| " + " | ".join(line) + " |" for line in lines))
-    missed = [f"{title}: {times[operation, MONTH]:.1f} µs, at most {most}" for operation, title, _, most in OPERATIONS
-              if most and times[operation, MONTH] > most]
+    missed = [
+        f"{title}: {times[operation, MONTH]:.1f} µs, at most {most}"
+        for operation, title, _, most in OPERATIONS
+        if most and times[operation, MONTH] > most
+    ]
     # Where the processor's caches end, a plain copy grows faster than its length, too.
     most = max(MOST_GROWTH, growth(times, "copyTheText"))
-    missed += [f"{title}: grows with the power {growth(times, operation):.2f}" for operation, title, _, _ in OPERATIONS
-               if growth(times, operation) > most]
+    missed += [
+        f"{title}: grows with the power {growth(times, operation):.2f}"
+        for operation, title, _, _ in OPERATIONS
+        if growth(times, operation) > most
+    ]
     print("\n".join(" ".join(f"{cell:>14}" for cell in line) for line in lines))
     print("\n".join(missed) or "all goals are met")
     return 1 if missed else 0

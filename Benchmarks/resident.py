@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """What the running program costs: resident.py BUNDLE [MINUTES], in the simulated laptop.
 
-After two reminders with their sounds: six minutes on battery beside the real UPower, which polls every 30 seconds, then six with UPower
-held still, so that what is left is Lumora's own. Six minutes lie between two saves of the history.
+After two reminders with their sounds: six minutes on battery beside the real UPower, which polls every 30 seconds,
+then six with UPower held still, so that what is left is Lumora's own. Six minutes lie between two saves of the history.
 Wake-ups are voluntary context switches of all threads, the waits for the disk at a save among them.
 """
 
@@ -11,34 +11,11 @@ import pathlib
 import sys
 import time
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "Tests" / "EndToEnd"))
-
-from bundle import Lumora  # noqa: E402
-from remote import RemoteLaptop, wait_for  # noqa: E402
+from lumora_testing.bundle import Lumora
+from lumora_testing.figures import cpu_ms, row, status, threads, wake_ups
+from lumora_testing.remote import RemoteLaptop, wait_for
 
 SETTLED_THREADS = 3
-
-
-def cpu_ms(process):
-    """CPU time of all threads so far, in milliseconds."""
-    threads = pathlib.Path(f"/proc/{process}/task").iterdir()
-    return sum(int((thread / "schedstat").read_text().split()[0]) for thread in threads) / 1e6
-
-
-def status(path, name):
-    """A number of a status file."""
-    return next(int(line.split()[1]) for line in path.read_text().splitlines() if line.startswith(name))
-
-
-def wake_ups(process):
-    """Voluntary context switches of all threads so far."""
-    threads = pathlib.Path(f"/proc/{process}/task").iterdir()
-    return sum(status(thread / "status", "voluntary_ctxt_switches") for thread in threads)
-
-
-def threads(process):
-    """How many threads there are."""
-    return status(pathlib.Path(f"/proc/{process}/status"), "Threads")
 
 
 def observe(process, minutes):
@@ -47,13 +24,6 @@ def observe(process, minutes):
     time.sleep(60 * minutes)
     after = cpu_ms(process), wake_ups(process)
     return [(now - then) / minutes for then, now in zip(before, after)]
-
-
-def row(name, value, unit, limit=None):
-    """A line of the table; whether the value keeps within its limit."""
-    verdict = "" if limit is None else f"  at most {limit}" + ("" if value <= limit else "  MISSED")
-    print(f"{name:44} {value:8.2f} {unit:9}{verdict}", flush=True)
-    return limit is None or value <= limit
 
 
 def main():
@@ -66,9 +36,9 @@ def main():
         start = cpu_ms(process)
         # A resident program has reminded now and then.
         laptop.set_battery(percent=15)
-        wait_for(lambda: len(laptop.sounds()) == 2, 10, "two reminders")
+        wait_for(lambda: len(laptop.sounds()) == 2, "two reminders")
         kept = [row("start to first saved refresh, CPU", start, "ms", 30)]
-        wait_for(lambda: threads(process) == SETTLED_THREADS, 60, "the end of the threads of the start")
+        wait_for(lambda: threads(process) == SETTLED_THREADS, "the end of the threads of the start")
         cpu, wakes = observe(process, minutes)
         kept.append(row("CPU beside UPower", cpu, "ms/min", 1))
         row("wake-ups beside UPower", wakes, "1/min")

@@ -18,13 +18,11 @@ import gi
 gi.require_version("Gdk", "3.0")
 from gi.repository import Gdk, Gio, GLib  # noqa: E402
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "Tests" / "EndToEnd"))
-
-from bundle import Lumora, forget, windows  # noqa: E402
-from month import write_history  # noqa: E402
-from remote import RemoteLaptop, wait_for  # noqa: E402
-from resident import cpu_ms, row, status  # noqa: E402
-from screen import x_screen  # noqa: E402
+from lumora_testing.bundle import Lumora, forget, windows  # noqa: E402
+from lumora_testing.figures import cpu_ms, row, status  # noqa: E402
+from lumora_testing.month import write_history  # noqa: E402
+from lumora_testing.remote import RemoteLaptop, wait_for  # noqa: E402
+from lumora_testing.screen import x_screen  # noqa: E402
 
 WATCHER = "org.kde.StatusNotifierWatcher"
 INTERFACE = f"""<node><interface name="{WATCHER}">
@@ -43,21 +41,32 @@ class LabelTray:
         self.items = []
         self.bus = Gio.bus_get_sync(Gio.BusType.SESSION, None)
         interface = Gio.DBusNodeInfo.new_for_xml(INTERFACE).interfaces[0]
-        self.bus.register_object("/StatusNotifierWatcher", interface, self._on_call,
-                                 lambda *_: GLib.Variant("b", True), None)
+        self.bus.register_object(
+            "/StatusNotifierWatcher", interface, self._on_call, lambda *_: GLib.Variant("b", True), None
+        )
         Gio.bus_own_name_on_connection(self.bus, WATCHER, 0, None, None)
 
-    def _on_call(self, _bus, _sender, _path, _interface, _method, arguments, invocation):
+    def _on_call(self, _bus, sender, _path, _interface, _method, arguments, invocation):
         item = arguments.unpack()[0]
         self.items.append(item)
         invocation.return_value(None)
-        self.bus.call(item, "/StatusNotifierItem", "org.freedesktop.DBus.Properties", "GetAll",
-                      GLib.Variant("(s)", ("org.kde.StatusNotifierItem",)), None, 0, -1, None, None)
+        self.bus.call(
+            sender,
+            item,
+            "org.freedesktop.DBus.Properties",
+            "GetAll",
+            GLib.Variant("(s)", ("org.kde.StatusNotifierItem",)),
+            None,
+            0,
+            -1,
+            None,
+            None,
+        )
 
 
 def memory(process, name, limit):
     """Resident memory once the threads of the start are gone."""
-    wait_for(lambda: status(pathlib.Path(f"/proc/{process}/status"), "Threads") == SETTLED_THREADS, 60, "rest")
+    wait_for(lambda: status(pathlib.Path(f"/proc/{process}/status"), "Threads") == SETTLED_THREADS, "rest")
     return row(name, status(pathlib.Path(f"/proc/{process}/status"), "VmRSS") / 1024, "MiB", limit)
 
 
@@ -66,12 +75,21 @@ def in_a_tray_with_labels(bundle, laptop):
     laptop.stop("panel")
     tray = LabelTray()
     with Lumora(bundle) as lumora:
-        wait_for(lambda: tray.items, 10, "the item")
+        wait_for(lambda: tray.items, "the item")
         kept = [row("start to a registered item, CPU", cpu_ms(lumora.process.pid), "ms", 40)]
         kept.append(memory(lumora.process.pid, "resident memory with a label", 13))
         lumora.end()
-    tray.bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "ReleaseName",
-                       GLib.Variant("(s)", (WATCHER,)), None, 0, -1, None)
+    tray.bus.call_sync(
+        "org.freedesktop.DBus",
+        "/org/freedesktop/DBus",
+        "org.freedesktop.DBus",
+        "ReleaseName",
+        GLib.Variant("(s)", (WATCHER,)),
+        None,
+        0,
+        -1,
+        None,
+    )
     laptop.start("panel")
     return kept
 
@@ -95,9 +113,9 @@ def opening_ms(item, root):
             raise TimeoutError("no popover")
     taken = (time.monotonic() - start) * 1000
     release.wait()
-    wait_for(lambda: windows("Lumora"), 10, "the popover")
+    wait_for(lambda: windows("Lumora"), "the popover")
     subprocess.check_call(["xdotool", "key", "Escape"])
-    wait_for(lambda: corner() == before, 10, "its end")
+    wait_for(lambda: corner() == before, "its end")
     return taken
 
 
@@ -106,7 +124,7 @@ def in_xfces_panel(bundle):
     Gdk.init([])
     root = Gdk.get_default_root_window()
     with Lumora(bundle) as lumora:
-        left, top, right, bottom = wait_for(lambda: x_screen().item_in_panel(28), 10, "the item")
+        left, top, right, bottom = wait_for(lambda: x_screen().item_in_panel(28), "the item")
         kept = [memory(lumora.process.pid, "resident memory with the text drawn", 17)]
         item = (left + right) // 2, (top + bottom) // 2
         kept.append(row("click to painted popover, the first", opening_ms(item, root), "ms", 80))

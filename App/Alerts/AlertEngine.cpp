@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Alerts/AlertEngine.h"
 
+#include "Base/NumberText.h"
+#include "Base/Texts.h"
 #include "Preferences/DefaultsStore.h"
 
 #include <cmath>
@@ -15,8 +17,8 @@ constexpr const char* kHealthAlertSent = "healthAlertSent";
 constexpr std::int64_t kChargeRepeats = 3;
 // Ten seconds short of five minutes: the fifth one-minute refresh may come a little early.
 constexpr Seconds kChargeSpacing{290};
-constexpr double kHealthLow = 80;
-// Above the alert's own threshold, so that a reading that wavers around it alerts once.
+// Hysteresis: from here on the health reminder, due below 80 %, is ready again, so that a reading
+// that wavers around 80 % reminds once.
 constexpr double kHealthRecovered = 82;
 
 bool chargeLimitInForce(const AlertEngine::Input& input) {
@@ -46,23 +48,13 @@ std::int64_t wholeNumber(double value) {
   return static_cast<std::int64_t>(value);
 }
 
-std::string atPercent(const BatteryState& state) { return std::to_string(state.percent) + "%"; }
-
-std::optional<double> healthPercent(const BatteryState& state) {
-  if (!state.designCapacity || !state.fullCapacity || *state.designCapacity <= 0) {
-    return std::nullopt;
-  }
-  return static_cast<double>(*state.fullCapacity) / static_cast<double>(*state.designCapacity) *
-         100;
-}
-
 /// Keeps "healthAlertSent" true to the health seen; the reminder, if it is due now.
 std::optional<PendingAlert> runHealth(const AlertEngine::Input& input, DefaultsStore& defaults) {
-  const auto health = healthPercent(input.state);
+  const auto health = input.state.healthPercent();
   if (!health) return std::nullopt;
   const bool sent = defaults.boolForKey(kHealthAlertSent);
 
-  if (*health < kHealthLow) {
+  if (*health < kWornBelowPercent) {
     if (sent) return std::nullopt;
     if (input.prime) {
       defaults.set(kHealthAlertSent, true);
@@ -70,9 +62,11 @@ std::optional<PendingAlert> runHealth(const AlertEngine::Input& input, DefaultsS
     }
     if (!input.prefs.healthEnabled || !input.canDeliver) return std::nullopt;
     defaults.set(kHealthAlertSent, true);
-    const std::string rounded = std::to_string(wholeNumber(std::round(*health)));
-    return PendingAlert{AlertKind::health, "Battery health is low",
-                        "Battery health has fallen to " + rounded + "% of its original capacity."};
+    return PendingAlert{AlertKind::health, translated("Battery health is low"),
+                        // TRANSLATORS: %1$s is a percentage, "79%".
+                        filled(translated("Battery health has fallen to %1$s of its original "
+                                          "capacity."),
+                               {percentText(wholeNumber(std::round(*health)))})};
   }
   if (*health >= kHealthRecovered && sent) defaults.set(kHealthAlertSent, false);
   return std::nullopt;
@@ -99,6 +93,9 @@ std::vector<PendingAlert> AlertEngine::run(const Input& input, DefaultsStore& de
   arm(AlertKind::tooLong, tooLong, input.prime);
 
   std::vector<PendingAlert> alerts;
+  const auto alert = [&](AlertKind kind, const char* title, const char* body) {
+    alerts.push_back({kind, title, filled(body, {percentText(state.percent)})});
+  };
   if (!input.prime && input.canDeliver) {
     const auto due = [this](AlertKind kind, bool inForce) {
       return inForce && !suppressed.contains(kind);
@@ -108,31 +105,57 @@ std::vector<PendingAlert> AlertEngine::run(const Input& input, DefaultsStore& de
         (chargeSent == 0 || input.now - chargeLast >= kChargeSpacing)) {
       ++chargeSent;
       chargeLast = input.now;
-      alerts.push_back({AlertKind::chargeLimit, "Charge limit reached",
-                        "Battery is at " + atPercent(state) + ". Unplug to keep it healthy."});
+      alert(AlertKind::chargeLimit, translated("Charge limit reached"),
+            // TRANSLATORS: %1$s is a percentage, "80%".
+            translated("Battery is at %1$s. Unplug to keep it healthy."));
     }
     if (due(AlertKind::low, low) && !lowSent) {
       lowSent = true;
-      alerts.push_back(
-          {AlertKind::low, "Low battery", "Battery is at " + atPercent(state) + ". Plug in soon."});
+      // TRANSLATORS: The title of the notification.
+      alert(AlertKind::low, translatedIn("notification", "Low battery"),
+            // TRANSLATORS: %1$s is a percentage, "20%".
+            translated("Battery is at %1$s. Plug in soon."));
     }
     if (due(AlertKind::lowPower, lowPower) && !lowPowerSent) {
       lowPowerSent = true;
-      alerts.push_back({AlertKind::lowPower, "Try Low Power Mode",
-                        "Battery is at " + atPercent(state) +
-                            ". Turn on Low Power Mode (System Settings, Battery) to stretch it."});
+      // TRANSLATORS: Say what en.po says.
+      alert(AlertKind::lowPower, translated("Try Low Power Mode"),
+            // TRANSLATORS: Say what en.po says. %1$s is a percentage, "29%".
+            translated("Battery is at %1$s. Turn on Low Power Mode (System Settings, Battery) to "
+                       "stretch it."));
     }
     if (due(AlertKind::tooLong, tooLong) && !longSent) {
       longSent = true;
       const auto hours = wholeNumber((input.now - *input.since).count() / 3600);
-      alerts.push_back({AlertKind::tooLong, "Plugged in for a long time",
-                        "Plugged in for over " + std::to_string(hours) + " h at " +
-                            atPercent(state) + ". Unplug it to let the battery rest."});
+      const char* body = translatedFor(
+          // TRANSLATORS: %2$s is a number of hours, "8", and %1$s a percentage, "80%".
+          hours, "Plugged in for over %2$s h at %1$s. Unplug it to let the battery rest.",
+          "Plugged in for over %2$s h at %1$s. Unplug it to let the battery rest.");
+      alerts.push_back({AlertKind::tooLong, translated("Plugged in for a long time"),
+                        filled(body, {percentText(state.percent), numberText(hours)})});
     }
   }
 
-  if (auto alert = runHealth(input, defaults)) alerts.push_back(std::move(*alert));
+  if (auto health = runHealth(input, defaults)) alerts.push_back(std::move(*health));
   return alerts;
+}
+
+bool AlertEngine::stillSo(AlertKind kind, const Input& input) const {
+  if (!input.state.hasBattery || suppressed.contains(kind)) return false;
+  switch (kind) {
+    case AlertKind::chargeLimit:
+      return chargeLimitInForce(input);
+    case AlertKind::low:
+      return lowInForce(input);
+    case AlertKind::tooLong:
+      return tooLongInForce(input);
+    case AlertKind::health:
+      return input.prefs.healthEnabled &&
+             input.state.healthPercent().value_or(100) < kWornBelowPercent;
+    case AlertKind::lowPower:
+      return lowPowerInForce(input);
+  }
+  return false;
 }
 
 void AlertEngine::arm(AlertKind kind, bool inForce, bool prime) {

@@ -3,8 +3,9 @@
 #pragma once
 
 #include "Alerts/PendingAlert.h"
+#include "Base/Date.h"
 #include "Battery/BatteryState.h"
-#include "Platform/Date.h"
+#include "Preferences/AlertKind.h"
 #include "Preferences/Prefs.h"
 
 #include <cstdint>
@@ -38,6 +39,10 @@ struct AlertEngine {
 
   /// The reminders to deliver now, in the order chargeLimit, low, lowPower, tooLong, health.
   std::vector<PendingAlert> run(const Input& input, DefaultsStore& defaults);
+
+  /// Whether a reminder of this kind, once it went out, is still right: its condition holds, and
+  /// was not found holding when primed since. `canDeliver` and `prime` have no say.
+  bool stillSo(AlertKind kind, const Input& input) const;
 
   bool operator==(const AlertEngine&) const = default;
 

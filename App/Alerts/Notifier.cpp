@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Alerts/Notifier.h"
 
+#include "Base/Texts.h"
+#include "Preferences/SoundNames.h"
+
 #include <utility>
 
 namespace lumora {
@@ -10,17 +13,23 @@ namespace {
 constexpr const char* kCategory = "LM_ALERT";
 constexpr const char* kSnooze = "SNOOZE";
 
-const Dialog kExplanation = {
-    "Allow notifications?",
-    "Lumora uses notifications to remind you to unplug at your chosen charge level, when the "
-    "battery is low, and when you have been plugged in too long. macOS will ask for permission "
-    "next.",
-    {"Continue", "Not Now"}};
 constexpr std::size_t kContinue = 0;
 
+Dialog explanation() {
+  return {translated("Allow notifications?"),
+          // TRANSLATORS: Say what en.po says.
+          translated("Lumora uses notifications to remind you to unplug at your chosen charge "
+                     "level, when the battery is low, and when you have been plugged in too long. "
+                     "macOS will ask for permission next."),
+          // TRANSLATORS: The buttons below "Allow notifications?": this one allows them ...
+          {translatedIn("Allow notifications?", "Continue"),
+           // TRANSLATORS: ... and with this one the question comes again another time.
+           translatedIn("Allow notifications?", "Not Now")}};
+}
+
 NotificationSound notificationSound(const std::string& name) {
-  if (name == "none") return Silence{};
-  if (name == "default") return DefaultSound{};
+  if (name == kNoSoundName) return Silence{};
+  if (name == kDefaultSoundName) return DefaultSound{};
   return NamedSound{name};
 }
 
@@ -47,14 +56,14 @@ void Notifier::setup() {
     if (action == kSnooze) snooze();
     completionHandler();
   });
-  centre_.setCategories({{kCategory, {{kSnooze, "Snooze 1 hour"}}}});
+  centre_.setCategories({{kCategory, {{kSnooze, translated("Snooze 1 hour")}}}});
 }
 
 void Notifier::requestIfNeeded(AskUser askUser) {
   if (!available()) return;
   const auto requestAuthorization = onMainThread([this] { centre_.requestAuthorization(); });
   const auto explain = onMainThread([requestAuthorization, askUser = std::move(askUser)] {
-    askUser(kExplanation, [requestAuthorization](std::size_t button) {
+    askUser(explanation(), [requestAuthorization](std::size_t button) {
       if (button == kContinue) requestAuthorization();
     });
   });
@@ -63,13 +72,15 @@ void Notifier::requestIfNeeded(AskUser askUser) {
   });
 }
 
-void Notifier::post(const PendingAlert& alert, const std::string& sound) {
+void Notifier::post(const PendingAlert& alert, const std::string& sound,
+                    NotificationCentre::StillSo stillSo) {
   if (!available()) return;
   centre_.add({.identifier = std::string(rawValue(alert.kind)),
                .title = alert.title,
                .body = alert.body,
                .categoryIdentifier = kCategory,
-               .sound = notificationSound(sound)});
+               .sound = notificationSound(sound)},
+              std::move(stillSo));
 }
 
 }  // namespace lumora

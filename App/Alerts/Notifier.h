@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Alerts/PendingAlert.h"
-#include "Lifetime.h"
+#include "Base/Lifetime.h"
 #include "Platform/Bundle.h"
 #include "Platform/NotificationCentre.h"
 #include "Platform/RunLoop.h"
@@ -49,8 +49,10 @@ class Notifier {
   void requestIfNeeded(AskUser askUser);
 
   /// Shows the reminder in place of an earlier one of its kind. `sound` is "none", "default" or
-  /// the name of a sound. A failure is not noticed.
-  void post(const PendingAlert& alert, const std::string& sound);
+  /// the name of a sound. A failure is not noticed: what nobody was there to show is shown later
+  /// if `stillSo` says so then.
+  void post(const PendingAlert& alert, const std::string& sound,
+            NotificationCentre::StillSo stillSo);
 
  private:
   std::function<void()> onMainThread(std::function<void()> task);

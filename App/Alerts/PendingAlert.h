@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "Alerts/AlertKind.h"
+#include "Preferences/AlertKind.h"
 
 #include <string>
 

@@ -18,7 +18,11 @@ class BatteryReader {
   BatteryReader(PowerSources& powerSources, LowPowerMode& lowPowerMode)
       : powerSources_(powerSources), lowPowerMode_(lowPowerMode) {}
 
+  /// The battery as the system reports it now. Immediate: no I/O, no waiting.
   BatteryState read() const;
+
+  /// How far a reading without a battery is to be believed.
+  PowerSources::Standing standing() const { return powerSources_.standing(); }
 
   /// Runs `changed` on the main thread whenever the power sources change. The first registration
   /// that succeeds stays; later ones are ignored.

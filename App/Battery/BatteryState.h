@@ -2,12 +2,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Base/Texts.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace lumora {
+
+/// Below this percent of its design capacity a battery counts as worn.
+inline constexpr std::int64_t kWornBelowPercent = 80;
 
 /// One snapshot of the machine's battery and power source. As constructed it says that there is no
 /// battery; an absent value is one the system does not know.
@@ -34,14 +39,21 @@ struct BatteryState {
   /// Image names for the status item, the preferred one first: use the first that exists.
   std::vector<std::string> symbolNames() const;
 
-  /// Time to full or to empty as hours and minutes ("2:05"); absent while there is none to tell.
+  /// Minutes to full or to empty; absent while there are none to tell.
+  std::optional<std::int64_t> minutesLeft() const;
+
+  /// The same as hours and minutes ("2:05").
   std::optional<std::string> shortTime() const;
 
   /// One line that says what the power does now.
   std::string stateText() const;
 
-  /// "Good" above 90 % of the design capacity, "Fair" from 80 %, else "Worn"; absent while a
-  /// capacity is unknown or the design capacity is below 1.
+  /// The battery's health: `fullCapacity` in percent of `designCapacity`, above 100 for some new
+  /// ones; absent while one of them is unknown or the design capacity is below 1.
+  std::optional<double> healthPercent() const;
+
+  /// "Good" above 90 % of the design capacity, "Fair" from `kWornBelowPercent`, else "Worn"; absent
+  /// without a health.
   std::optional<std::string> healthLabel() const;
 };
 

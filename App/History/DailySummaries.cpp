@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "History/DailySummaries.h"
 
-#include "Platform/LocalTime.h"
+#include "Base/LocalTime.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,8 +10,6 @@
 
 namespace lumora {
 namespace {
-
-constexpr double kLongestGap = 900;
 
 struct Acc {
   double w = 0;    // total weight, seconds
@@ -63,7 +61,7 @@ std::vector<DaySummary> summarizeDays(std::span<const Sample> samples) {
     acc->hi = std::max(acc->hi, sample.p);
     if (i + 1 == samples.size()) break;
     const double duration = samples[i + 1].t - sample.t;
-    if (!(duration > 0 && duration <= kLongestGap)) continue;
+    if (!(duration > 0 && duration <= kLongestKnownSpan)) continue;
     acc->w += duration;
     acc->sum += duration * static_cast<double>(sample.p);
     if (sample.c) acc->chg += duration;

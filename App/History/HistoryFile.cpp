@@ -2,10 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "History/HistoryFile.h"
 
-#include "Platform/JsonValue.h"
+#include "Storage/JsonReader.h"
 
-#include <algorithm>
-#include <bit>
 #include <charconv>
 #include <cmath>
 #include <string_view>
@@ -23,36 +21,8 @@ constexpr double kMostReadable = 1e15;
 
 char* append(char* out, std::string_view text) { return text.copy(out, text.size()) + out; }
 
-/// Whether `appendDecimal` knows the time: it lies between 1987 and 2242.
-bool isUsual(double time) { return time >= 0x1p29 && time < 0x1p33; }
-
-/// The shortest decimal that is read as `time` again, as std::to_chars has it, only sooner. Usual
-/// times lie between 2^-23 and 2^-20 apart, so that at most one decimal of six places is read as
-/// one of them, and always one of seven. All steps are exact.
-char* appendDecimal(char* out, double time) {
-  const auto whole = static_cast<std::uint64_t>(time);
-  const double fraction = time - static_cast<double>(whole);
-  const double apart = 0x1p-52 * static_cast<double>(std::bit_floor(whole));
-
-  int places = 6;
-  double parts = 1e6;
-  const double off = std::abs(std::nearbyint(fraction * parts) - fraction * parts);
-  if (2 * off >= apart * parts) {
-    places = 7;
-    parts = 1e7;
-  }
-  const auto digits = whole * static_cast<std::uint64_t>(parts) +
-                      static_cast<std::uint64_t>(std::nearbyint(fraction * parts));
-  char* last = std::to_chars(out, out + 20, digits).ptr;
-  char* const point = last - places;
-  std::copy_backward(point, last, last + 1);
-  *point = '.';
-  while (*last == '0') --last;
-  return last == point ? point : last + 1;
-}
-
+/// The shortest decimal that is read as `time` again.
 char* appendTime(char* out, double time) {
-  if (isUsual(time)) return appendDecimal(out, time);
   const double size = std::abs(time);
   const bool readable = size >= kLeastReadable && size < kMostReadable;
   const auto format = readable ? std::chars_format::fixed : std::chars_format::scientific;
@@ -117,11 +87,10 @@ std::optional<std::string> encodeSamples(std::span<const Sample> samples) {
 }
 
 std::optional<std::vector<Sample>> decodeSamples(std::string& text) {
-  text.reserve(text.size() + simdjson::SIMDJSON_PADDING);
   json::parser parser;
   json::document document;
   json::array array;
-  if (parser.iterate(text).get(document) != simdjson::SUCCESS) return std::nullopt;
+  if (beginReading(text, parser, document) != simdjson::SUCCESS) return std::nullopt;
   if (document.get_array().get(array) != simdjson::SUCCESS) return std::nullopt;
 
   std::vector<Sample> samples;

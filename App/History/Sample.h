@@ -16,4 +16,8 @@ struct Sample {
   bool operator==(const Sample&) const = default;
 };
 
+/// Seconds between two samples beyond which nothing is known of the time between them: the machine
+/// slept, or Lumora did not run.
+inline constexpr double kLongestKnownSpan = 900;
+
 }  // namespace lumora

@@ -12,12 +12,14 @@ class LoginItem {
  public:
   virtual ~LoginItem() = default;
 
+  /// Whether the session starts the program at its login, read anew each time.
   virtual bool isEnabled() const = 0;
 
-  /// The system's description of what went wrong; absent on success.
+  /// Has the session start the program at login. The system's description of what went wrong;
+  /// absent on success.
   virtual std::optional<std::string> registerItem() = 0;
 
-  /// The same.
+  /// Has it no longer started at login. The description of what went wrong; absent on success.
   virtual std::optional<std::string> unregisterItem() = 0;
 };
 

@@ -58,6 +58,9 @@ enum class AuthorizationStatus { notDetermined, denied, authorized };
 /// The desktop's notifications. Nothing here waits, and no failure is reported.
 class NotificationCentre {
  public:
+  /// Whether a notification is still right. Asked on the main thread, just before it is shown.
+  using StillSo = std::function<bool()>;
+
   /// Hears that the user picked an action of a notification, on any thread. `completionHandler` is
   /// to be called once the answer is taken.
   using ResponseHandler = std::function<void(const std::string& actionIdentifier,
@@ -76,8 +79,10 @@ class NotificationCentre {
   /// Asks for leave to show alerts and play sounds; the system remembers the outcome.
   virtual void requestAuthorization() = 0;
 
-  /// Shows a notification at once, unless the user has denied it.
-  virtual void add(NotificationRequest request) = 0;
+  /// Shows a notification as soon as can be, unless the user has denied it or it is no longer right
+  /// then. While nobody is there to show it, the newest one of each identifier is kept for who
+  /// comes next.
+  virtual void add(NotificationRequest request, StillSo stillSo) = 0;
 };
 
 }  // namespace lumora

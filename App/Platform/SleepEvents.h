@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 namespace lumora {
 
@@ -11,9 +12,13 @@ class SleepEvents {
  public:
   virtual ~SleepEvents() = default;
 
-  /// The machine does not sleep before `willSleep` has returned (or the system's patience, some
-  /// seconds, is over). `didWake` follows once it is awake again.
+  /// The machine does not sleep before `willSleep` has returned and what it took from `hold` is
+  /// gone (or the system's patience, some seconds, is over). `didWake` follows each: once it is
+  /// awake again, or nobody would tell.
   virtual void observe(std::function<void()> willSleep, std::function<void()> didWake) = 0;
+
+  /// For `willSleep` to take where something is left to do that does not block.
+  virtual std::shared_ptr<const void> hold() = 0;
 };
 
 }  // namespace lumora

@@ -11,6 +11,7 @@ namespace lumora {
 class SoundPlayer {
  public:
   virtual ~SoundPlayer() = default;
+  /// Starts to play and returns at once; a sound that cannot be played is silence.
   virtual void play(const NotificationSound& sound) = 0;
 };
 

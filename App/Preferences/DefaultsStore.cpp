@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Preferences/DefaultsStore.h"
 
+#include "Storage/JsonReader.h"
+
 #include <array>
 #include <charconv>
 #include <utility>
@@ -72,9 +74,15 @@ void DefaultsStore::registerDefaults(const Values& values) {
 }
 
 void DefaultsStore::synchronize() {
-  if (!file_.changedElsewhere()) return;
-  reload();
-  didChange_.announce();
+  const bool changed = file_.isWorthLoading() && reload();
+  if (!file_.isWriting()) writeUnsaved();
+  if (changed) didChange_.announce();
+}
+
+void DefaultsStore::save() {
+  if (unsaved_.empty() || file_.isWriting()) return;
+  if (file_.changedElsewhere()) reload();
+  writeUnsaved();
 }
 
 template <typename T>
@@ -109,7 +117,7 @@ void DefaultsStore::set(std::string_view key, const Value& value) {
   const Entry entry{std::visit(JsonText{}, value), value};
   entries_.insert_or_assign(std::string(key), entry);
   unsaved_.insert_or_assign(std::string(key), entry);
-  if (file_.replace(encode(entries_))) unsaved_.clear();
+  writeUnsaved();
   didChange_.announce();
 }
 
@@ -117,21 +125,26 @@ Subscription DefaultsStore::subscribe(std::function<void()> didChange) {
   return didChange_.subscribe(std::move(didChange));
 }
 
-void DefaultsStore::reload() {
+/// False where it cannot be told what the file holds: then what was known before still holds.
+bool DefaultsStore::reload() {
   auto loaded = file_.load(decode);
   // A file that is gone means that nothing is set any more; a slip of the hand in it does not.
-  if (!loaded && file_.isUnreadable()) return;
+  if (!loaded && file_.state() != PersistedFile::State::missing) return false;
   entries_ = unsaved_;
   if (loaded) entries_.merge(*loaded);
+  return true;
+}
+
+void DefaultsStore::writeUnsaved() {
+  if (!unsaved_.empty()) file_.replace(encode(entries_), [this] { unsaved_.clear(); });
 }
 
 std::optional<DefaultsStore::Entries> DefaultsStore::decode(std::string& json) {
   if (json.size() > kLargestFile) return std::nullopt;
-  json.reserve(json.size() + simdjson::SIMDJSON_PADDING);
   simdjson::ondemand::parser parser;
   simdjson::ondemand::document document;
   simdjson::ondemand::object object;
-  if (parser.iterate(json).get(document) != simdjson::SUCCESS) return std::nullopt;
+  if (beginReading(json, parser, document) != simdjson::SUCCESS) return std::nullopt;
 
   // Once through to read and check the values, and once for each as it stands there.
   std::vector<std::pair<std::string, Entry>> read;

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "Observable.h"
-#include "Platform/JsonValue.h"
-#include "Platform/PersistedFile.h"
+#include "Base/Observable.h"
+#include "Storage/JsonValue.h"
+#include "Storage/PersistedFile.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -24,15 +24,19 @@ class DefaultsStore {
   using Value = JsonValue;
   using Values = std::map<std::string, Value, std::less<>>;
 
-  /// `files` must outlive the store. A file that is missing or cannot be decoded counts as empty.
+  /// `files` must outlive the store. A file that is missing or cannot be decoded counts as empty;
+  /// one that the system fails to read does until it can be read.
   DefaultsStore(Files& files, const std::filesystem::path& path);
 
   /// Adds to the values that answer for keys the user never set. Nothing is written.
   void registerDefaults(const Values& values);
 
-  /// Reads the file again if another program changed it. While it cannot be decoded, what was known
-  /// before still holds.
+  /// Reads the file again if another program changed it, and writes what could not be written.
+  /// While the file cannot be decoded, what was known before still holds.
   void synchronize();
+
+  /// Writes what could not be written, if there is any; at the end of the program.
+  void save();
 
   /// False where nothing answers.
   bool boolForKey(std::string_view key) const;
@@ -46,7 +50,8 @@ class DefaultsStore {
   /// 0 where nothing answers.
   double doubleForKey(std::string_view key) const;
 
-  /// Stores the value and writes the file; when that fails the value holds until the program ends.
+  /// Stores the value and writes the file; when that fails the value holds, and the next
+  /// `synchronize` tries again.
   void set(std::string_view key, const Value& value);
 
   /// `didChange` runs after each change: our own, or another program's when it comes to light.
@@ -62,7 +67,8 @@ class DefaultsStore {
   static std::optional<Entries> decode(std::string& json);
   static std::string encode(const Entries& entries);
 
-  void reload();
+  bool reload();
+  void writeUnsaved();
   template <typename T>
   std::optional<T> read(std::string_view key, std::optional<T> (*as)(const Value&)) const;
 

@@ -2,33 +2,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Preferences/Prefs.h"
 
-#include "Platform/LocalTime.h"
+#include "Base/LocalTime.h"
 
 namespace lumora {
 namespace {
 
 constexpr const char* kSnoozeUntil = "snoozeUntil";
-constexpr const char* kDefaultSound = "default";
 
 DefaultsStore::Values registrationTable() {
   const Prefs prefs;
-  DefaultsStore::Values table = {
-      {"limitEnabled", prefs.limitEnabled},
-      {"repeatReminder", prefs.repeatReminder},
-      {"lowEnabled", prefs.lowEnabled},
-      {"longEnabled", prefs.longEnabled},
-      {"healthEnabled", prefs.healthEnabled},
-      {"quietEnabled", prefs.quietEnabled},
-      {"lowPowerEnabled", prefs.lowPowerEnabled},
-      {"lowPowerAt", prefs.lowPowerAt},
-      {"limit", prefs.limit},
-      {"low", prefs.low},
-      {"longHours", prefs.longHours},
-      {"quietStart", prefs.quietStart},
-      {"quietEnd", prefs.quietEnd},
-      {"showPercent", prefs.showPercent},
-      {"showTime", prefs.showTime},
-  };
+  DefaultsStore::Values table;
+  for (const auto& [key, field] : kSwitches) table.emplace(key, prefs.*field);
+  for (const auto& [key, field] : kNumbers) table.emplace(key, prefs.*field);
   for (const auto& [kind, sound] : prefs.sounds) table.emplace(soundKey(kind), sound);
   return table;
 }
@@ -66,26 +51,11 @@ const DefaultsStore::Values& Prefs::defaults() {
 Prefs Prefs::current(DefaultsStore& store) {
   store.registerDefaults(defaults());
   store.synchronize();
-  Prefs prefs{
-      .limitEnabled = store.boolForKey("limitEnabled"),
-      .repeatReminder = store.boolForKey("repeatReminder"),
-      .lowEnabled = store.boolForKey("lowEnabled"),
-      .longEnabled = store.boolForKey("longEnabled"),
-      .healthEnabled = store.boolForKey("healthEnabled"),
-      .quietEnabled = store.boolForKey("quietEnabled"),
-      .lowPowerEnabled = store.boolForKey("lowPowerEnabled"),
-      .lowPowerAt = store.integerForKey("lowPowerAt"),
-      .limit = store.integerForKey("limit"),
-      .low = store.integerForKey("low"),
-      .longHours = store.integerForKey("longHours"),
-      .quietStart = store.integerForKey("quietStart"),
-      .quietEnd = store.integerForKey("quietEnd"),
-      .showPercent = store.boolForKey("showPercent"),
-      .showTime = store.boolForKey("showTime"),
-      .sounds = {},
-  };
-  for (const AlertKind kind : kAllAlertKinds) {
-    prefs.sounds.emplace(kind, store.stringForKey(soundKey(kind)).value_or(kDefaultSound));
+  Prefs prefs;
+  for (const auto& [key, field] : kSwitches) prefs.*field = store.boolForKey(key);
+  for (const auto& [key, field] : kNumbers) prefs.*field = store.integerForKey(key);
+  for (auto& [kind, sound] : prefs.sounds) {
+    sound = store.stringForKey(soundKey(kind)).value_or(kDefaultSoundName);
   }
   return prefs;
 }

@@ -2,19 +2,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "Alerts/AlertKind.h"
-#include "Platform/Date.h"
+#include "Base/Date.h"
+#include "Preferences/AlertKind.h"
 #include "Preferences/DefaultsStore.h"
+#include "Preferences/SoundNames.h"
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace lumora {
 
 /// The user's settings as they were when read. Nothing is checked or clamped: the ranges are the
-/// settings window's. Each field is stored under its own name, a sound under `soundKey`.
+/// settings window's. Each field is stored under its own name (see `Setting`), a sound under
+/// `soundKey`.
 struct Prefs {
   bool limitEnabled = true;        ///< The charge-limit reminder is on.
   bool repeatReminder = true;      ///< It repeats.
@@ -33,9 +37,9 @@ struct Prefs {
   bool showTime = false;           ///< The status item shows the time remaining.
   /// "default", "none" or the name of a sound, by kind.
   std::map<AlertKind, std::string> sounds = {
-      {AlertKind::chargeLimit, "default"}, {AlertKind::low, "default"},
-      {AlertKind::tooLong, "default"},     {AlertKind::health, "default"},
-      {AlertKind::lowPower, "default"},
+      {AlertKind::chargeLimit, kDefaultSoundName}, {AlertKind::low, kDefaultSoundName},
+      {AlertKind::tooLong, kDefaultSoundName},     {AlertKind::health, kDefaultSoundName},
+      {AlertKind::lowPower, kDefaultSoundName},
   };
 
   bool operator==(const Prefs&) const = default;
@@ -44,7 +48,7 @@ struct Prefs {
   /// (start equal to end) is never quiet.
   bool inQuietHours(Date date) const;
 
-  /// What the store answers for each of the twenty keys that the user never set.
+  /// What the store answers for each key that the user never set.
   static const DefaultsStore::Values& defaults();
 
   /// A fresh snapshot.
@@ -56,6 +60,36 @@ struct Prefs {
   /// Absent clears it. It outlives the process.
   static void setSnoozeUntil(DefaultsStore& store, std::optional<Date> until);
 };
+
+/// A setting: its key in the defaults store and its field in the snapshot.
+template <typename T>
+struct Setting {
+  const char* key;
+  T Prefs::*field;
+};
+
+inline constexpr Setting<bool> kLimitEnabled{"limitEnabled", &Prefs::limitEnabled};
+inline constexpr Setting<bool> kRepeatReminder{"repeatReminder", &Prefs::repeatReminder};
+inline constexpr Setting<bool> kLowEnabled{"lowEnabled", &Prefs::lowEnabled};
+inline constexpr Setting<bool> kLongEnabled{"longEnabled", &Prefs::longEnabled};
+inline constexpr Setting<bool> kHealthEnabled{"healthEnabled", &Prefs::healthEnabled};
+inline constexpr Setting<bool> kQuietEnabled{"quietEnabled", &Prefs::quietEnabled};
+inline constexpr Setting<bool> kLowPowerEnabled{"lowPowerEnabled", &Prefs::lowPowerEnabled};
+inline constexpr Setting<bool> kShowPercent{"showPercent", &Prefs::showPercent};
+inline constexpr Setting<bool> kShowTime{"showTime", &Prefs::showTime};
+inline constexpr Setting<std::int64_t> kLowPowerAt{"lowPowerAt", &Prefs::lowPowerAt};
+inline constexpr Setting<std::int64_t> kLimit{"limit", &Prefs::limit};
+inline constexpr Setting<std::int64_t> kLow{"low", &Prefs::low};
+inline constexpr Setting<std::int64_t> kLongHours{"longHours", &Prefs::longHours};
+inline constexpr Setting<std::int64_t> kQuietStart{"quietStart", &Prefs::quietStart};
+inline constexpr Setting<std::int64_t> kQuietEnd{"quietEnd", &Prefs::quietEnd};
+
+/// All settings but the sounds, by type: what is not listed here is neither registered nor read.
+inline constexpr std::array kSwitches = {kLimitEnabled,    kRepeatReminder, kLowEnabled,
+                                         kLongEnabled,     kHealthEnabled,  kQuietEnabled,
+                                         kLowPowerEnabled, kShowPercent,    kShowTime};
+inline constexpr std::array kNumbers = {kLowPowerAt, kLimit,      kLow,
+                                        kLongHours,  kQuietStart, kQuietEnd};
 
 /// The key of a kind's sound: "limitSound", "lowSound", "longSound", "healthSound",
 /// "lowPowerSound".

@@ -15,7 +15,8 @@ struct Point {
   double y;
 };
 
-/// A line through points of the unit square, with its corners rounded.
+/// A line through points of the unit square, with its corners rounded; a point that comes twice is
+/// a sharp one.
 struct Line {
   std::vector<Point> points;
   bool closed = false;
@@ -42,7 +43,7 @@ Glyph digit(char character) {
     case '4':
       return {{{{{0, 0}, {0, 0.62}, {1, 0.62}}}, {{{1, 0}, {1, 1}}}}};
     case '5':
-      return {{{{{1, 0}, {0, 0}, {0, 0.45}, {1, 0.45}, {1, 1}, {0, 1}}}}};
+      return {{{{{1, 0}, {0, 0}, {0, 0}, {0, 0.45}, {0, 0.45}, {1, 0.45}, {1, 1}, {0, 1}}}}};
     case '6':
       return {{{{{1, 0}, {0, 0}, {0, 1}, {1, 1}, {1, 0.45}, {0, 0.45}}}}};
     case '7':

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "TrayIcon/TrayIcon.h"
 
+#include "TrayIcon/Drawing.h"
 #include "TrayIcon/Glyphs.h"
+#include "TrayIcon/StateMark.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <cmath>
 #include <cstring>
 #include <memory>
 
@@ -17,107 +17,128 @@ namespace {
 constexpr std::array kSizes = {16, 22, 24, 32, 48, 64};
 constexpr std::size_t kLongestText = 32;
 
-struct Color {
-  double red;
-  double green;
-  double blue;
-  double alpha = 1;
-};
-
-// White stands out from each of them by more than 4.5 to 1.
-constexpr Color kPlate = {0.20, 0.21, 0.23};
-constexpr Color kOnBattery = {0.16, 0.40, 0.68};
-constexpr Color kCharging = {0.10, 0.48, 0.22};
-constexpr Color kLow = {0.74, 0.14, 0.12};
-constexpr Color kPole = {0.50, 0.51, 0.53};
-constexpr Color kText = {1, 1, 1};
-constexpr Color kRim = {1, 1, 1, 0.30};
+// White stands out from each of them by more than 4.5 to 1, and each but the plate stands out from
+// the plate by more than 3 to 1.
+constexpr Color kPlate = {0.07, 0.075, 0.09};
+constexpr Color kSteady = {0.13, 0.43, 0.78};
+constexpr Color kGood = {0.10, 0.50, 0.25};
+constexpr Color kWarning = {0.80, 0.16, 0.14};
+constexpr Color kFigures = {1, 1, 1};
+// Lighter than any panel that is dark, beside a plate darker than any that is light.
+constexpr Color kWall = {0.88, 0.89, 0.91};
+constexpr Color kRim = {0.44, 0.45, 0.46};
 
 using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
 using Context = std::unique_ptr<cairo_t, decltype(&cairo_destroy)>;
 
-int rounded(double value) { return static_cast<int>(std::lround(value)); }
+struct Box {
+  int x = 0;
+  int y = 0;
+  int width = 0;
+  int height = 0;
+};
 
-void setColor(cairo_t* cairo, const Color& color) {
-  cairo_set_source_rgba(cairo, color.red, color.green, color.blue, color.alpha);
-}
+int charge(const DrawnIcon& icon) { return std::clamp(icon.percent, 0, 100); }
 
-void addRoundedRectangle(cairo_t* cairo, double x, double y, double width, double height,
-                         double radius) {
-  cairo_new_sub_path(cairo);
-  cairo_arc(cairo, x + width - radius, y + radius, radius, -M_PI / 2, 0);
-  cairo_arc(cairo, x + width - radius, y + height - radius, radius, 0, M_PI / 2);
-  cairo_arc(cairo, x + radius, y + height - radius, radius, M_PI / 2, M_PI);
-  cairo_arc(cairo, x + radius, y + radius, radius, M_PI, 3 * M_PI / 2);
-  cairo_close_path(cairo);
-}
-
-/// The charge, 0 to 1: the number the text begins with, else what the symbol stands for.
-double level(const DrawnIcon& icon) {
-  int percent = 0;
-  const char* end = icon.text.data() + icon.text.size();
-  const auto read = std::from_chars(icon.text.data(), end, percent);
-  const bool isPercent = read.ec == std::errc() && (read.ptr == end || *read.ptr == '%');
-  if (isPercent) return std::clamp(percent, 0, 100) / 100.0;
-  for (const auto& [name, value] : {std::pair("battery.0", 0.05),
-                                    {"battery.25", 0.25},
-                                    {"battery.50", 0.5},
-                                    {"battery.75", 0.75}}) {
-    if (icon.symbol == name) return value;
+/// As the ring of the popover has it.
+Color color(BatteryPicture picture) {
+  switch (picture) {
+    case BatteryPicture::low:
+      return kWarning;
+    case BatteryPicture::charging:
+    case BatteryPicture::full:
+      return kGood;
+    case BatteryPicture::noBattery:
+    case BatteryPicture::onBattery:
+    case BatteryPicture::pluggedIn:
+      break;
   }
-  return 1;
+  return kSteady;
 }
 
-Color color(const DrawnIcon& icon) {
-  if (icon.symbol == "battery.0") return kLow;
-  const bool powered =
-      icon.symbol.find("bolt") != std::string::npos || icon.symbol == "battery.100percent";
-  return powered ? kCharging : kOnBattery;
+/// Nothing happens to it that would be worth a coloured plate.
+bool isSteady(BatteryPicture picture) {
+  return picture == BatteryPicture::noBattery || picture == BatteryPicture::onBattery ||
+         picture == BatteryPicture::pluggedIn;
 }
 
-/// Fills the part of a clipped area that is charged.
-void fillCharge(cairo_t* cairo, const DrawnIcon& icon, double x, double y, double width,
-                double height) {
-  setColor(cairo, color(icon));
-  cairo_rectangle(cairo, x, y, width, height);
+void drawMark(cairo_t* cairo, BatteryPicture picture, int x, int y, int height) {
+  addMark(cairo, picture, x, y, height);
+  setColor(cairo, kFigures);
   cairo_fill(cairo);
 }
 
-/// A battery that stands, with the number on it.
-void drawSquare(cairo_t* cairo, const DrawnIcon& icon, int side) {
-  const int pole = std::max(1, rounded(side * 0.07));
-  const double radius = side * 0.17;
-  setColor(cairo, kPole);
-  addRoundedRectangle(cairo, side * 0.31, 0, side * 0.38, 2.0 * pole, pole * 0.8);
+void fill(cairo_t* cairo, const Box& box, const Color& color) {
+  setColor(cairo, color);
+  cairo_rectangle(cairo, box.x, box.y, box.width, box.height);
   cairo_fill(cairo);
+}
 
-  cairo_save(cairo);
-  addRoundedRectangle(cairo, 0, pole, side, side - pole, radius);
-  cairo_clip(cairo);
-  // The last of the charge would hardly be seen: all of it warns.
-  setColor(cairo, icon.symbol == "battery.0" ? kLow : kPlate);
-  cairo_paint(cairo);
-  const int charge = rounded((side - pole) * level(icon));
-  fillCharge(cairo, icon, 0, side - charge, side, charge);
-  cairo_restore(cairo);
-  const double rim = std::max(1.0, side / 32.0);
-  setColor(cairo, kRim);
-  cairo_set_line_width(cairo, rim);
-  addRoundedRectangle(cairo, rim / 2, pole + rim / 2, side - rim, side - pole - rim,
-                      radius - rim / 2);
-  cairo_stroke(cairo);
+/// The wall of a battery, and within it the plate.
+void drawBody(cairo_t* cairo, const Box& body, int wall, double radius) {
+  setColor(cairo, kWall);
+  addRoundedRectangle(cairo, body.x, body.y, body.width, body.height, radius);
+  cairo_fill(cairo);
+  setColor(cairo, kPlate);
+  addRoundedRectangle(cairo, body.x + wall, body.y + wall, body.width - 2 * wall,
+                      body.height - 2 * wall, std::max(0.0, radius - wall));
+  cairo_fill(cairo);
+}
 
-  GlyphSize size{.height = rounded(side * 0.62),
+/// The percent, as large as the box has room for.
+void drawNumber(cairo_t* cairo, int percent, const Box& box, int side) {
+  const std::string number = std::to_string(percent);
+  GlyphSize size{.height = std::min(box.height, rounded(side * 0.62)),
                  .stroke = std::max(1, rounded(side * 0.105)),
                  .gap = std::max(1, rounded(side * 0.07))};
-  const int room = side - 2 * std::max(1, rounded(side * 0.07));
   size.width = rounded(size.height * 0.66);
-  while (size.width > 2 && textWidth(icon.text, size) > room) --size.width;
-  while (size.stroke > 1 && size.width < 2 * size.stroke + 1) --size.stroke;
-  const int width = textWidth(icon.text, size);
-  setColor(cairo, kText);
-  drawText(cairo, icon.text, (side - width + 1) / 2, pole + (side - pole - size.height + 1) / 2,
-           size);
+  while (size.width > 2 && textWidth(number, size) > box.width) --size.width;
+  // What a figure encloses is not narrower than its lines.
+  while (size.stroke > 1 && (size.width < 3 * size.stroke || size.height < 5 * size.stroke)) {
+    --size.stroke;
+  }
+  setColor(cairo, kFigures);
+  drawText(cairo, number, box.x + (box.width - textWidth(number, size) + 1) / 2,
+           box.y + (box.height - size.height + 1) / 2, size);
+}
+
+/// A battery that stands, with a pole. Returns the room within its wall, apart from which it keeps.
+Box drawBattery(cairo_t* cairo, int side, int wall) {
+  const int top = rounded(side / 8.0);
+  const int width = rounded(side * 3 / 16.0) * 2;
+  const int x = (side - width) / 2;
+  drawBody(cairo, {x, 0, width, side / 2}, wall, wall);
+  drawBody(cairo, {0, top, side, side - top}, wall, side * 0.17);
+  fill(cairo, {x + wall, wall, width - 2 * wall, top + wall}, kPlate);
+  return {2 * wall, top + 2 * wall, side - 4 * wall, side - top - 4 * wall};
+}
+
+/// One without a pole, whose wall is open above for a sign that is so wide.
+Box drawOpenBattery(cairo_t* cairo, int side, int wall, int sign) {
+  drawBody(cairo, {0, 0, side, side}, wall, side * 0.17);
+  fill(cairo, {(side - sign) / 2 - wall, 0, sign + 2 * wall, 2 * wall}, kPlate);
+  return {2 * wall, 2 * wall, side - 4 * wall, side - 4 * wall};
+}
+
+void drawSquare(cairo_t* cairo, const DrawnIcon& icon, int side) {
+  const int wall = std::max(1, side / 16);
+  const int sign = rounded(side * 5 / 16.0);
+  const int signWidth = markWidth(icon.picture, sign);
+  Box room = signWidth == 0 ? drawBattery(cairo, side, wall)
+                            : drawOpenBattery(cairo, side, wall, signWidth);
+  if (icon.picture == BatteryPicture::noBattery) return;
+
+  // The last of the charge would hardly be seen: all of it warns.
+  const int filled = icon.picture == BatteryPicture::low ? 100 : charge(icon);
+  const int height = rounded(room.height * filled / 100.0);
+  fill(cairo, {room.x, room.y + room.height - height, room.width, height}, color(icon.picture));
+
+  if (signWidth > 0) {
+    drawMark(cairo, icon.picture, (side - signWidth) / 2, wall, sign);
+    room.y += sign;
+    room.height -= sign;
+  }
+  drawNumber(cairo, charge(icon), room, side);
 }
 
 GlyphSize textBeside(int height) {
@@ -130,68 +151,64 @@ GlyphSize textBeside(int height) {
 
 struct Layout {
   int margin;
-  int symbol;  ///< Width of the battery.
+  int battery;
+  int mark;  ///< With the margin after it.
   int text;
   int width;
 };
 
+int markHeight(int height) { return rounded(height * 0.625); }
+
 Layout layOut(const DrawnIcon& icon, int height) {
   const int margin = rounded(height * 0.25);
-  const int symbol = rounded(height * 0.95);
+  const int battery = rounded(height * 0.95);
+  const int sign = markWidth(icon.picture, markHeight(height));
+  const int mark = sign == 0 ? 0 : sign + margin;
   const int text = textWidth(icon.text, textBeside(height));
-  return {margin, symbol, text, margin + symbol + margin + text + margin};
+  return {margin, battery, mark, text, margin + battery + margin + mark + text + margin};
 }
 
-/// A battery that lies, with its charge and, while charging, a bolt.
+/// A battery that lies, with its charge.
 void drawLyingBattery(cairo_t* cairo, const DrawnIcon& icon, int x, int height, int width) {
   const int wall = std::max(1, rounded(height / 16.0));
   const int tall = rounded(height * 0.56);
   const int top = (height - tall + 1) / 2;
   const int pole = 2 * wall;
   const int body = width - pole;
-  setColor(cairo, kText);
+  setColor(cairo, kFigures);
   cairo_set_line_width(cairo, wall);
   addRoundedRectangle(cairo, x + wall / 2.0, top + wall / 2.0, body - wall, tall - wall,
                       tall * 0.2);
   cairo_stroke(cairo);
   cairo_rectangle(cairo, x + body + wall / 2.0, top + tall / 3.0, 1.5 * wall, tall / 3.0);
   cairo_fill(cairo);
+  if (icon.picture == BatteryPicture::noBattery) return;
   const int room = body - 4 * wall;
-  cairo_rectangle(cairo, x + 2 * wall, top + 2 * wall, std::max(1, rounded(room * level(icon))),
-                  tall - 4 * wall);
-  cairo_fill(cairo);
-  if (icon.symbol.find("bolt") == std::string::npos) return;
-  // Cut out of the charge, so that it is seen on it and beside it.
-  const double unit = height / 16.0;
-  const double centre = x + body / 2.0;
-  const std::array<std::array<double, 2>, 6> bolt = {
-      {{1.4, 2.5}, {-3.6, 8.8}, {-0.6, 8.8}, {-1.4, 13.5}, {3.6, 7.2}, {0.6, 7.2}}};
-  for (const auto& [dx, dy] : bolt) cairo_line_to(cairo, centre + dx * unit, dy * unit);
-  cairo_close_path(cairo);
-  setColor(cairo, kCharging);
-  cairo_set_line_width(cairo, 2.0 * wall);
-  cairo_stroke_preserve(cairo);
-  setColor(cairo, kText);
-  cairo_fill(cairo);
+  const int filled = std::max(1, rounded(room * charge(icon) / 100.0));
+  fill(cairo, {x + 2 * wall, top + 2 * wall, filled, tall - 4 * wall}, kFigures);
 }
 
+/// A battery that lies, the sign of its state and the text, on a plate.
 void drawWide(cairo_t* cairo, const DrawnIcon& icon, int height) {
   const Layout layout = layOut(icon, height);
   const GlyphSize size = textBeside(height);
   const double rim = std::max(1.0, height / 32.0);
-  const bool charging = icon.symbol.find("bolt") != std::string::npos;
-  const bool low = icon.symbol == "battery.0";
-  setColor(cairo, charging ? kCharging : (low ? kLow : kPlate));
+  setColor(cairo, isSteady(icon.picture) ? kPlate : color(icon.picture));
   addRoundedRectangle(cairo, 0, 0, layout.width, height, height * 0.28);
   cairo_fill(cairo);
-  setColor(cairo, kRim);
-  cairo_set_line_width(cairo, rim);
-  addRoundedRectangle(cairo, rim / 2, rim / 2, layout.width - rim, height - rim, height * 0.28);
-  cairo_stroke(cairo);
-  drawLyingBattery(cairo, icon, layout.margin, height, layout.symbol);
-  setColor(cairo, kText);
-  drawText(cairo, icon.text, 2 * layout.margin + layout.symbol, (height - size.height + 1) / 2,
-           size);
+  if (isSteady(icon.picture)) {
+    setColor(cairo, kRim);
+    cairo_set_line_width(cairo, rim);
+    addRoundedRectangle(cairo, rim / 2, rim / 2, layout.width - rim, height - rim, height * 0.28);
+    cairo_stroke(cairo);
+  }
+  int x = layout.margin;
+  drawLyingBattery(cairo, icon, x, height, layout.battery);
+  x += layout.battery + layout.margin;
+  const int mark = markHeight(height);
+  drawMark(cairo, icon.picture, x, (height - mark + 1) / 2, mark);
+  setColor(cairo, kFigures);
+  drawText(cairo, icon.text, x + layout.mark, (height - size.height + 1) / 2, size);
 }
 
 /// From premultiplied pixels in the machine's byte order.
@@ -222,7 +239,7 @@ std::vector<std::uint8_t> networkOrder(cairo_surface_t* surface, int width, int 
 std::vector<Icon> drawTrayIcon(const DrawnIcon& whole) {
   DrawnIcon icon = whole;
   icon.text.resize(std::min(icon.text.size(), kLongestText));
-  const bool wide = icon.place == TextPlace::wide;
+  const bool wide = !icon.text.empty();
   std::vector<Icon> icons;
   icons.reserve(kSizes.size());
   for (const int size : kSizes) {

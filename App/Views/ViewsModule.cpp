@@ -2,13 +2,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Views/ViewsModule.h"
 
+#include "Base/Texts.h"
 #include "Views/DisplayProbe.h"
-#include "Views/PopoverWindow.h"
-#include "Views/SettingsWindow.h"
-#include "Views/Theme.h"
+#include "Views/Popover/PopoverWindow.h"
+#include "Views/Settings/SettingsWindow.h"
+#include "Views/Theme/DesktopLooks.h"
+#include "Views/WindowIcon.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QLoggingCategory>
 #include <QPixmapCache>
+#include <QTranslator>
 
 namespace lumora {
 namespace {
@@ -19,12 +25,19 @@ class QtViews final : public Views {
   explicit QtViews(ViewsHost& host) : host_(host), application_(argumentCount_, arguments_) {
     QApplication::setApplicationName("Lumora");
     QApplication::setDesktopFileName("org.lumora.Lumora");
+    QApplication::setWindowIcon(windowIcon());
     QApplication::setQuitOnLastWindowClosed(false);
-    applyAppearance(*host_.appearance());
+    QApplication::setLayoutDirection(isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    // Qt's own texts, those of a field's menu, where its catalogues are installed.
+    if (toolkitsTexts_.load(QLocale(), "qtbase", "_",
+                            QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+      QApplication::installTranslator(&toolkitsTexts_);
+    }
+    looks_.apply(*host_.appearance());
     // A change is announced before it happens.
     appearanceChanged_ = host_.appearance().subscribe([this] {
       QMetaObject::invokeMethod(
-          &application_, [this] { applyAppearance(*host_.appearance()); }, Qt::QueuedConnection);
+          &application_, [this] { looks_.apply(*host_.appearance()); }, Qt::QueuedConnection);
     });
     popover_.emplace(host_);
   }
@@ -37,10 +50,13 @@ class QtViews final : public Views {
     popover_->leaveScreen();
     QPixmapCache::clear();
   }
-  void showPopover(std::optional<ScreenPoint> click) override { popover_->showAt(click); }
+  void showPopover(std::optional<ScreenPoint> click) override {
+    if (displayStillAnswers()) popover_->showAt(click);
+  }
   void closePopover() override { popover_->hideFromTheUser(); }
 
   void showSettings() override {
+    if (!displayStillAnswers()) return;
     if (!settings_) settings_.emplace(host_);
     settings_->present();
   }
@@ -64,6 +80,8 @@ class QtViews final : public Views {
   char name_[7] = "lumora";
   char* arguments_[2] = {name_, nullptr};
   QApplication application_;
+  QTranslator toolkitsTexts_;
+  DesktopLooks looks_;
   Subscription appearanceChanged_;
   std::optional<PopoverWindow> popover_;
   std::optional<SettingsWindow> settings_;
@@ -74,5 +92,16 @@ class QtViews final : public Views {
 
 extern "C" __attribute__((visibility("default"))) lumora::Views* makeLumoraViews(
     lumora::ViewsHost& host) {
-  return lumora::displayAnswers() ? new lumora::QtViews(host) : nullptr;
+  if (!lumora::displayAnswers()) return nullptr;
+  // The windows are painted by the processor: what the graphics card takes would be 30 MiB for
+  // nothing.
+  qputenv("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION", "none");
+  // The popover takes its place in a layer by itself, where there are any.
+  qputenv("QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT", "1");
+  // Qt would complain that there is none of that name.
+  QLoggingCategory::setFilterRules("qt.qpa.wayland.warning=false");
+  // Qt's own threads need no loop of GLib's, and of Qt 6.8 they end it too late: when GLib has
+  // already taken the thread's account of its loops down, of which GLib then complains.
+  qputenv("QT_NO_THREADED_GLIB", "1");
+  return new lumora::QtViews(host);
 }

@@ -28,8 +28,11 @@ class Family:
 
     def wake_ups(self):
         """Voluntary context switches so far, by thread."""
-        return {thread: _number(thread / "status", "voluntary_ctxt_switches")
-                for process in self.processes() for thread in (process / "task").iterdir()}
+        return {
+            thread: _number(thread / "status", "voluntary_ctxt_switches")
+            for process in self.processes()
+            for thread in (process / "task").iterdir()
+        }
 
     def threads(self):
         """How many threads there are."""
@@ -41,8 +44,10 @@ class Family:
 
     def memory(self):
         """Resident, proportional and private memory, in KiB."""
-        return {name: sum(_number(process / "smaps_rollup", part) for process in self.processes() for part in parts)
-                for name, parts in MEMORY.items()}
+        return {
+            name: sum(_number(process / "smaps_rollup", part) for process in self.processes() for part in parts)
+            for name, parts in MEMORY.items()
+        }
 
     def end(self):
         """End them all, and by force those that do not obey."""

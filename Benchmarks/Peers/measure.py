@@ -21,14 +21,11 @@ import gi
 gi.require_version("Gdk", "3.0")
 from gi.repository import Gdk  # noqa: E402
 
-HERE = pathlib.Path(__file__).resolve().parent
-for folder in (HERE.parent, HERE.parent.parent / "Tests" / "Laptop", HERE.parent.parent / "Tests" / "EndToEnd"):
-    sys.path.append(str(folder))
-
 from family import Family  # noqa: E402
+from lumora_testing.remote import wait_for  # noqa: E402
 from programs import PANEL_HEIGHT, PROGRAMS  # noqa: E402
-from remote import wait_for  # noqa: E402
 
+HERE = pathlib.Path(__file__).resolve().parent
 FIGURES = HERE / "figures.json"
 STARTS = 7
 SETTLE_SECONDS = 60
@@ -84,7 +81,7 @@ class Run:
     def __exit__(self, *_):
         self.family.end()
         self._process.wait()
-        wait_for(lambda: not self._tray.shows_something(), TO_SHOW_SECONDS, "an empty tray")
+        wait_for(lambda: not self._tray.shows_something(), "an empty tray")
 
     def _wait_for_item(self):
         deadline = time.monotonic() + TO_SHOW_SECONDS
@@ -119,10 +116,15 @@ def costs(program, tray, minutes):
             raise run.failure("ended by itself")
         wakes = sum(count - wakes_before.get(thread, 0) for thread, count in family.wake_ups().items())
         return {
-            **family.memory(), "wake_ups": wakes / minutes, "cpu": (family.cpu_ms() - cpu_before) / minutes,
-            "start_cpu": cpu, "start_wall": wall,
+            **family.memory(),
+            "wake_ups": wakes / minutes,
+            "cpu": (family.cpu_ms() - cpu_before) / minutes,
+            "start_cpu": cpu,
+            "start_wall": wall,
             "written": (family.written() - written_before) / minutes * MINUTES_A_DAY,
-            "threads": family.threads(), "processes": len(family.processes())}
+            "threads": family.threads(),
+            "processes": len(family.processes()),
+        }
 
 
 def keep(name, figures):

@@ -9,11 +9,11 @@ import re
 import subprocess
 from collections.abc import Callable
 
-from bundle import forget, windows
-from environment import PRELOAD
-from month import write_history
-from remote import RemoteLaptop, wait_for
-from screen import click, key, x_screen
+from Laptop.environment import PRELOAD
+from lumora_testing.bundle import forget, windows
+from lumora_testing.month import write_history
+from lumora_testing.remote import RemoteLaptop, wait_for
+from lumora_testing.screen import click, key, x_screen
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 LUMORA = ROOT / "Lumora.app" / "lumora"
@@ -55,16 +55,28 @@ def _fill():
 def _open_and_close():
     left, top, right, bottom = x_screen().item_in_panel(PANEL_HEIGHT)
     click((left + right) // 2, (top + bottom) // 2)
-    wait_for(lambda: windows("Lumora"), 10, "the popover")
+    wait_for(lambda: windows("Lumora"), "the popover")
     key("Escape")
-    wait_for(lambda: not windows("Lumora"), 10, "its end")
+    wait_for(lambda: not windows("Lumora"), "its end")
 
 
 def _show_xfces_item():
     # It leaves by itself when it was not needed for some minutes.
     RemoteLaptop().start("xfconf")
-    subprocess.check_call(["xfconf-query", "--channel", "xfce4-power-manager", "--create", "--type", "bool",
-                           "--property", "/xfce4-power-manager/show-tray-icon", "--set", "true"])
+    subprocess.check_call(
+        [
+            "xfconf-query",
+            "--channel",
+            "xfce4-power-manager",
+            "--create",
+            "--type",
+            "bool",
+            "--property",
+            "/xfce4-power-manager/show-tray-icon",
+            "--set",
+            "true",
+        ]
+    )
 
 
 PROGRAMS = [
@@ -74,7 +86,8 @@ PROGRAMS = [
     # It reads the battery from sysfs itself.
     Program("cbatticon", ["cbatticon"], preload=PRELOAD),
     Program("mate-power-manager", ["mate-power-manager", "--no-daemon"]),
-    Program("xfce4-power-manager", ["xfce4-power-manager", "--no-daemon"], preload=str(MONITOR),
-            prepare=_show_xfces_item),
+    Program(
+        "xfce4-power-manager", ["xfce4-power-manager", "--no-daemon"], preload=str(MONITOR), prepare=_show_xfces_item
+    ),
     Program("lxqt-powermanagement", ["lxqt-powermanagement"]),
 ]

@@ -5,8 +5,9 @@
 import json
 import pathlib
 
+from lumora_testing.documents import ROOT, put
+
 HERE = pathlib.Path(__file__).resolve().parent
-ROOT = HERE.parent.parent
 LUMORA = "Lumora"
 MIB = 1024
 MB = 1e6
@@ -32,16 +33,21 @@ def table(programs, rows):
     """A Markdown table with one column for each program."""
     base = programs[LUMORA]
     lines = [["", *programs], ["---", *["--:"] * len(programs)]]
-    lines += [[title, *(_cell(figures, base, name, divisor, decimals) for figures in programs.values())]
-              for title, name, divisor, decimals in rows]
+    lines += [
+        [title, *(_cell(figures, base, name, divisor, decimals) for figures in programs.values())]
+        for title, name, divisor, decimals in rows
+    ]
     return "\n".join("| " + " | ".join(line) + " |" for line in lines)
 
 
 def section(programs, rows):
     """The table of those that ran, and what became of the others."""
     ran = {name: figures for name, figures in programs.items() if "error" not in figures}
-    failed = [f"{name} {figures['version']} does not run there: `{figures['error']}`."
-              for name, figures in programs.items() if "error" in figures]
+    failed = [
+        f"{name} {figures['version']} does not run there: `{figures['error']}`."
+        for name, figures in programs.items()
+        if "error" in figures
+    ]
     return "\n\n".join([table(ran, rows), *failed])
 
 
@@ -49,14 +55,6 @@ def versions(programs):
     """Which versions were measured."""
     each = [f"{name} {figures['version']}" for name, figures in programs.items() if "," not in name]
     return f"Measured: {', '.join(each)}."
-
-
-def put(document, marker, text):
-    """Replace what stands in a document between the two comments of that name."""
-    begin, end = f"<!-- {marker} -->", f"<!-- end of {marker} -->"
-    before, rest = document.read_text().split(begin)
-    after = rest.split(end)[1]
-    document.write_text(f"{before}{begin}\n{text}\n{end}{after}")
 
 
 def _cell(figures, base, name, divisor, decimals):

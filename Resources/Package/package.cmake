@@ -19,9 +19,10 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "https://lumora.example")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-  "libcanberra-pulse, libglib2.0-bin, power-profiles-daemon, qt6-wayland, sound-theme-freedesktop, upower, xdg-desktop-portal")
+  "libcanberra-pulse, libglib2.0-bin, power-profiles-daemon, qt6-translations-l10n, qt6-wayland, sound-theme-freedesktop, upower, xdg-desktop-portal")
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 include(CPack)

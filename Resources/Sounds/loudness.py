@@ -32,7 +32,7 @@ def weighted(sound):
 def loudness(sound):
     """LUFS of the loudest 400 ms of one channel; a shorter sound counts as followed by silence."""
     squares = [value * value for value in weighted(sound)]
-    steps = [sum(squares[start:start + STEP]) for start in range(0, len(squares), STEP)]
+    steps = [sum(squares[start : start + STEP]) for start in range(0, len(squares), STEP)]
     steps += [0.0] * (STEPS_IN_WINDOW - len(steps))
     sums = [0.0, *itertools.accumulate(steps)]
     loudest = max(end - start for start, end in zip(sums, sums[STEPS_IN_WINDOW:]))

@@ -51,8 +51,10 @@ def ringing(seconds, hertz, partials):
 
 def voice(pitch, levels):
     """What is sung or blown: harmonics of these levels over a curve of hertz."""
-    period = [sum(level * math.sin(2 * math.pi * number * step / PERIOD) for number, level in enumerate(levels, 1))
-              for step in range(PERIOD)]
+    period = [
+        sum(level * math.sin(2 * math.pi * number * step / PERIOD) for number, level in enumerate(levels, 1))
+        for step in range(PERIOD)
+    ]
     period.append(period[0])
     sound, phase = [], 0.0
     for hertz in pitch:

@@ -11,13 +11,12 @@ import subprocess
 import sys
 import unittest
 
-from bundle import Lumora, forget, start_again, windows
-from remote import RemoteLaptop, wait_for
+from lumora_testing.bundle import Lumora, forget, start_again, windows
+from lumora_testing.remote import PATIENCE_SECONDS, RemoteLaptop, wait_for
 
 BUNDLE = sys.argv.pop()
 APPLICATION = "org.lumora.Lumora"
 HISTORY = pathlib.Path(os.environ["XDG_DATA_HOME"]) / "Lumora" / "history.json"
-TO_END_SECONDS = 10
 
 
 class Ending(unittest.TestCase):
@@ -30,13 +29,13 @@ class Ending(unittest.TestCase):
         """A Lumora whose history is not in the file."""
         forget()
         lumora = self.enterContext(Lumora(BUNDLE, **environment))
-        wait_for(lumora.history, 10, "the first sample")
+        wait_for(lumora.history, "the first sample")
         HISTORY.unlink()
         return lumora
 
     def ends(self, lumora):
         """It ends by itself now, and well."""
-        self.assertEqual(lumora.process.wait(TO_END_SECONDS), 0)
+        self.assertEqual(lumora.process.wait(PATIENCE_SECONDS), 0)
         self.assertEqual(len(lumora.history()), 1)
 
     def test_by_signals(self):
@@ -49,9 +48,9 @@ class Ending(unittest.TestCase):
         for number in (signal.SIGTERM, signal.SIGINT):
             lumora = self.running()
             subprocess.check_call(["gapplication", "action", APPLICATION, "settings"])
-            wait_for(lambda: windows("Lumora Settings"), 10, "the settings")
+            wait_for(lambda: windows("Lumora Settings"), "the settings")
             self.assertEqual(start_again(BUNDLE), 0)
-            wait_for(lambda: windows("Lumora"), 10, "the popover")
+            wait_for(lambda: windows("Lumora"), "the popover")
             lumora.process.send_signal(number)
             self.ends(lumora)
 
@@ -61,8 +60,11 @@ class Ending(unittest.TestCase):
         self.ends(lumora)
 
     def test_with_the_session(self):
-        bus = self.enterContext(subprocess.Popen(
-            ["dbus-daemon", "--session", "--nofork", "--print-address"], stdout=subprocess.PIPE, text=True))
+        bus = self.enterContext(
+            subprocess.Popen(
+                ["dbus-daemon", "--session", "--nofork", "--print-address"], stdout=subprocess.PIPE, text=True
+            )
+        )
         self.addCleanup(bus.kill)
         lumora = self.running(DBUS_SESSION_BUS_ADDRESS=bus.stdout.readline().strip())
         bus.kill()
@@ -71,7 +73,7 @@ class Ending(unittest.TestCase):
     def test_with_the_display(self):
         lumora = self.running()
         self.assertEqual(start_again(BUNDLE), 0)
-        wait_for(lambda: windows("Lumora"), 10, "the popover")
+        wait_for(lambda: windows("Lumora"), "the popover")
         RemoteLaptop().kill("display")
         self.ends(lumora)
 

@@ -7,10 +7,14 @@ elsewhere, absent where there is no display. Run it in the simulated laptop: pop
 import pathlib
 import subprocess
 import sys
+import time
 import unittest
 
-from bundle import Lumora, forget, start_again, windows
-from remote import RemoteLaptop, wait_for
+from gi.repository import Gio
+
+from lumora_testing.bundle import DOUBLE_CLICK_SECONDS, Lumora, forget, running, start_again, windows
+from lumora_testing.remote import PATIENCE_SECONDS, RemoteLaptop, wait_for
+from lumora_testing.screen import drawn
 
 BUNDLE = sys.argv.pop()
 WITHOUT_DISPLAY = {"DISPLAY": "", "WAYLAND_DISPLAY": ""}
@@ -27,7 +31,7 @@ class PopoverStory(unittest.TestCase):
     def running(self, **environment):
         """A Lumora that has taken its first reading."""
         lumora = self.enterContext(Lumora(BUNDLE, **environment))
-        wait_for(lumora.history, 10, "the first sample")
+        wait_for(lumora.history, "the first sample")
         return lumora
 
     def is_loaded(self, lumora):
@@ -36,7 +40,7 @@ class PopoverStory(unittest.TestCase):
 
     def open(self):
         self.assertEqual(start_again(BUNDLE), 0)
-        return wait_for(lambda: windows("Lumora"), 10, "the popover")[0]
+        return wait_for(lambda: drawn(windows("Lumora")), "the popover")
 
     def test_opens_when_started_again_and_closes_the_next_time(self):
         lumora = self.running()
@@ -47,29 +51,29 @@ class PopoverStory(unittest.TestCase):
         size = subprocess.check_output(["xdotool", "getwindowgeometry", "--shell", window], text=True)
         self.assertIn("WIDTH=340", size)
         self.assertEqual(start_again(BUNDLE), 0)
-        wait_for(lambda: not windows("Lumora"), 10, "its end")
+        wait_for(lambda: not windows("Lumora"), "its end")
         self.assertEqual(lumora.end(), 0)
 
     def test_closes_on_escape_and_on_a_click_elsewhere(self):
         self.running()
         self.open()
         subprocess.check_call(["xdotool", "key", "Escape"])
-        wait_for(lambda: not windows("Lumora"), 10, "the end by Esc")
+        wait_for(lambda: not windows("Lumora"), "the end by Esc")
         self.open()
         subprocess.check_call(["xdotool", "mousemove", "40", "700", "click", "1"])
-        wait_for(lambda: not windows("Lumora"), 10, "the end by a click")
+        wait_for(lambda: not windows("Lumora"), "the end by a click")
 
     def test_quits_by_its_button(self):
         lumora = self.running()
         self.open()
         subprocess.check_call(["xdotool", "key", "shift+Tab", "space"])
-        self.assertEqual(lumora.process.wait(10), 0)
+        self.assertEqual(lumora.process.wait(PATIENCE_SECONDS), 0)
 
     def test_reminds_without_a_display(self):
         lumora = self.running(**WITHOUT_DISPLAY)
         self.assertEqual(start_again(BUNDLE), 0)
         self.laptop.set_battery(percent=15)
-        wait_for(lambda: len(self.laptop.notifications()) == 2, 10, "the reminders")
+        wait_for(lambda: len(self.laptop.notifications()) == 2, "the reminders")
         self.assertIsNone(lumora.process.poll())
         self.assertEqual(windows("Lumora"), [])
 
@@ -77,8 +81,27 @@ class PopoverStory(unittest.TestCase):
         lumora = self.running(DISPLAY=":987")
         self.assertEqual(start_again(BUNDLE), 0)
         self.laptop.set_battery(percent=15)
-        wait_for(lambda: len(self.laptop.notifications()) == 2, 10, "the reminders")
+        wait_for(lambda: len(self.laptop.notifications()) == 2, "the reminders")
         self.assertIsNone(lumora.process.poll())
+
+    def test_answers_with_a_display_that_hangs(self):
+        lumora = self.running()
+        session = Gio.bus_get_sync(Gio.BusType.SESSION)
+        # Before a window was shown, and after.
+        for percent in (58, 57):
+            wait_for(running, "a Lumora on the bus")
+            self.laptop.hang("display")
+            self.addCleanup(self.laptop.resume, "display")
+            self.assertEqual(start_again(BUNDLE), 0)
+            self.laptop.set_battery(percent=percent)
+            wait_for(lambda: f"{percent}%" in lumora.state(session), "its menu")  # noqa: B023
+            self.laptop.resume("display")
+            self.open()
+            self.assertEqual(start_again(BUNDLE), 0)
+            wait_for(lambda: not windows("Lumora"), "the end of the popover")
+            # What comes sooner may be meant for the one that is closed.
+            time.sleep(DOUBLE_CLICK_SECONDS)
+        self.assertEqual(lumora.end(), 0)
 
 
 if __name__ == "__main__":

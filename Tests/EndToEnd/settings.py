@@ -13,9 +13,9 @@ import unittest
 
 from gi.repository import Gio, GLib
 
-from bundle import Lumora, start_again, windows
-from remote import RemoteLaptop, wait_for
-from screen import key
+from lumora_testing.bundle import Lumora, forget, start_again, windows
+from lumora_testing.remote import RemoteLaptop, wait_for
+from lumora_testing.screen import drawn, focused, key
 
 BUNDLE = sys.argv.pop()
 AUTOSTART = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "autostart" / "org.lumora.Lumora.desktop"
@@ -28,8 +28,17 @@ def permission():
     """What the permission store says of Lumora, or None."""
     bus = Gio.bus_get_sync(Gio.BusType.SESSION, None)
     try:
-        told = bus.call_sync(STORE, "/org/freedesktop/impl/portal/PermissionStore", STORE, "Lookup",
-                             GLib.Variant("(ss)", ("notifications", "notification")), None, 0, 5000, None)
+        told = bus.call_sync(
+            STORE,
+            "/org/freedesktop/impl/portal/PermissionStore",
+            STORE,
+            "Lookup",
+            GLib.Variant("(ss)", ("notifications", "notification")),
+            None,
+            0,
+            5000,
+            None,
+        )
     except GLib.Error:
         return None
     return told.unpack()[0].get("org.lumora.Lumora")
@@ -43,17 +52,18 @@ class SettingsStory(unittest.TestCase):
         self.laptop.reset()
         self.laptop.set_battery(percent=70, status="Charging")
         self.laptop.set_adapter(True)
+        forget()
         self.lumora = self.enterContext(Lumora(BUNDLE))
-        wait_for(self.lumora.history, 10, "the first sample")
+        wait_for(self.lumora.history, "the first sample")
         self.at = -1
 
     def open(self):
         """From the popover's button."""
         self.assertEqual(start_again(BUNDLE), 0)
-        wait_for(lambda: windows("Lumora"), 10, "the popover")
+        wait_for(lambda: drawn(windows("Lumora")), "the popover")
         key("shift+Tab", "shift+Tab", "space")
-        window = wait_for(lambda: windows("Lumora Settings"), 10, "the settings")[0]
-        wait_for(lambda: not windows("Lumora"), 10, "the end of the popover")
+        window = wait_for(lambda: windows("Lumora Settings"), "the settings")[0]
+        wait_for(lambda: not windows("Lumora"), "the end of the popover")
         subprocess.check_call(["xdotool", "windowfocus", "--sync", window])
         return window
 
@@ -64,7 +74,16 @@ class SettingsStory(unittest.TestCase):
         self.at = control
 
     def wait_until_set(self, name, value):
-        wait_for(lambda: self.lumora.settings().get(name) == value, 10, f"{name} {value}")
+        wait_for(lambda: self.lumora.settings().get(name) == value, f"{name} {value}")
+
+    def test_carries_its_icon_and_the_class_of_the_desktop_entry(self):
+        window = self.open()
+        told = subprocess.check_output(["xprop", "-id", window, "WM_CLASS", "_NET_WM_ICON"], text=True)
+        entry = (pathlib.Path(BUNDLE) / "org.lumora.Lumora.desktop").read_text()
+        wanted = next(line for line in entry.splitlines() if line.startswith("StartupWMClass=")).partition("=")[2]
+        self.assertRegex(told, rf'WM_CLASS\(STRING\) = "[^"]*", "{wanted}"')
+        for side in (16, 24, 32, 48, 64):
+            self.assertIn(f"Icon ({side} x {side})", told)
 
     def test_a_first_visit(self):
         window = self.open()
@@ -77,16 +96,16 @@ class SettingsStory(unittest.TestCase):
         self.go_to(CHARGE_LIMIT)
         key("space")
         self.wait_until_set("limitEnabled", False)
-        wait_for(lambda: windows("Lumora"), 10, "the question")
+        wait_for(lambda: focused(windows("Lumora")), "the question")
         key("Escape")
-        wait_for(lambda: not windows("Lumora"), 10, "the end of the question")
+        wait_for(lambda: not windows("Lumora") and focused(windows("Lumora Settings")), "the end of the question")
         self.assertIsNone(permission())
         key("space")
         self.wait_until_set("limitEnabled", True)
-        wait_for(lambda: windows("Lumora"), 10, "the question again")
+        wait_for(lambda: focused(windows("Lumora")), "the question again")
         key("Return")
-        wait_for(lambda: permission() == ["yes"], 10, "the permission")
-        wait_for(lambda: not windows("Lumora"), 10, "the end of the question")
+        wait_for(lambda: permission() == ["yes"], "the permission")
+        wait_for(lambda: not windows("Lumora") and focused(windows("Lumora Settings")), "the end of the question")
 
         # A sound is heard when it is chosen, and with its reminder.
         self.go_to(LIMIT_SOUND)
@@ -95,36 +114,36 @@ class SettingsStory(unittest.TestCase):
         self.assertEqual(self.laptop.sounds(), [])
         key("Down")
         self.wait_until_set("limitSound", "Glass")
-        glass = wait_for(self.laptop.sounds, 10, "the preview")
+        glass = wait_for(self.laptop.sounds, "the preview")
         self.assertEqual([pathlib.Path(sound).name for sound in glass], ["Glass.oga"])
         self.go_to(LIMIT)
         key(*["Down"] * 5)
         self.wait_until_set("limit", 75)
         self.laptop.set_battery(percent=75, status="Charging")
-        shown = wait_for(self.laptop.notifications, 10, "the reminder")
+        shown = wait_for(self.laptop.notifications, "the reminder")
         self.assertEqual(shown[0]["body"], "Battery is at 75%. Unplug to keep it healthy.")
-        wait_for(lambda: len(self.laptop.sounds()) == 2, 10, "its sound")
+        wait_for(lambda: len(self.laptop.sounds()) == 2, "its sound")
         self.assertEqual(self.laptop.sounds(), glass * 2)
 
         # Launch at login is the entry and nothing else.
         self.go_to(LAUNCH_AT_LOGIN)
         key("space")
-        wait_for(AUTOSTART.exists, 10, "the entry")
+        wait_for(AUTOSTART.exists, "the entry")
         self.assertIn(f'Exec="{pathlib.Path(BUNDLE).resolve()}/lumora"\n', AUTOSTART.read_text())
         key("space")
-        wait_for(lambda: not AUTOSTART.exists(), 10, "its end")
+        wait_for(lambda: not AUTOSTART.exists(), "its end")
 
         self.assertTrue(self.lumora.history())
         self.go_to(RESET)
         key("space")
-        wait_for(lambda: windows("Lumora"), 10, "the question")
+        wait_for(lambda: focused(windows("Lumora")), "the question")
         key("shift+Tab", "space")
-        wait_for(lambda: self.lumora.history() == [], 10, "the empty history")
+        wait_for(lambda: self.lumora.history() == [], "the empty history")
 
         # Closed, it is only hidden.
-        wait_for(lambda: not windows("Lumora"), 10, "the end of the question")
+        wait_for(lambda: not windows("Lumora") and focused(windows("Lumora Settings")), "the end of the question")
         key("Escape")
-        wait_for(lambda: not windows("Lumora Settings"), 10, "the end of the settings")
+        wait_for(lambda: not windows("Lumora Settings"), "the end of the settings")
         self.open()
         self.assertEqual(self.lumora.end(), 0)
 

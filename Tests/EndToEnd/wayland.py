@@ -4,18 +4,23 @@
 are kept. Run it in the simulated laptop with that bar: wayland.py BUNDLE
 """
 
-import json
 import subprocess
 import sys
+import time
 import unittest
 
-from bundle import Lumora, forget
-from pointer import Pointer
-from remote import RemoteLaptop, wait_for
-from screen import wayland_screen
+from lumora_testing.bundle import DOUBLE_CLICK_SECONDS, Lumora, forget
+from lumora_testing.pointer import Pointer
+from lumora_testing.remote import RemoteLaptop, wait_for
+from lumora_testing.screen import wayland_screen
+from lumora_testing.sway import windows
 
 BUNDLE = sys.argv.pop()
 BAR_HEIGHT = 28
+GAP = 8
+# On the bar, where nothing is.
+AWAY = 600, 14
+TO_OPEN_SECONDS = 15
 APPLICATION = "org.lumora.Lumora"
 POPOVER, SETTINGS = "Lumora", "Lumora Settings"
 OTHER_WINDOW = """
@@ -26,17 +31,6 @@ window = Gtk.Window(title="Another window")
 window.show_all()
 Gtk.main()
 """
-
-
-def windows(title):
-    """The windows of that title: where they are, and how large without the compositor's frame."""
-    def below(node):
-        yield node
-        for child in [*node["nodes"], *node["floating_nodes"]]:
-            yield from below(child)
-
-    tree = json.loads(subprocess.check_output(["swaymsg", "--raw", "-t", "get_tree"]))
-    return [node["rect"] | {"content": node["geometry"]} for node in below(tree) if node.get("name") == title and node.get("pid")]
 
 
 class WaylandStory(unittest.TestCase):
@@ -61,76 +55,120 @@ class WaylandStory(unittest.TestCase):
 
     @staticmethod
     def wait_for_item():
-        """The rectangle of the item, once it no longer moves."""
-        def box():
-            return wayland_screen().item_in_panel(BAR_HEIGHT - 4)
+        """The rectangle of the item, with its text beside its symbol, once it no longer moves."""
 
-        wait_for(lambda: box() and box() == box(), 10, "the item")
-        return box()
+        def box():
+            found = wayland_screen().item_in_panel(BAR_HEIGHT - 4)
+            if found is None:
+                return None
+            left, top, right, bottom = found
+            # The bar makes room for it before it draws it.
+            return found if right - left > 2 * (bottom - top) else None
+
+        return wait_for(lambda: (first := box()) and first == box() and first, "the item")
 
     def item(self):
         """The middle of the item on the screen."""
         left, top, right, bottom = self.box
         return (left + right) // 2, (top + bottom) // 2
 
+    def popover(self):
+        """The rectangle of what lies over the screen as it was before the click, or None."""
+        return wayland_screen().changed_since(self.behind, BAR_HEIGHT)
+
     def open(self):
-        self.pointer.click(*self.item())
-        return wait_for(lambda: windows(POPOVER), 10, "the popover")[0]
+        """With a click, and where the bar did not take it, with another; the popover's rectangle once it is whole."""
+        self.pointer.move(*AWAY)
+        wait_for(self.still, "the end of what the bar tells of its items")
+        self.behind = wayland_screen()
+
+        def clicked():
+            self.pointer.click(*self.item())
+            self.pointer.move(*AWAY)
+            try:
+                return wait_for(self.whole_popover, "the popover", TO_OPEN_SECONDS)
+            except TimeoutError:
+                return None
+
+        return wait_for(clicked, "the popover")
+
+    def whole_popover(self):
+        """Its rectangle once it has its content."""
+        box = self.popover()
+        return box if box and len(set(wayland_screen().area(*box))) > 20 else None
+
+    def wait_until_closed(self, why):
+        """What was behind it is to be seen again."""
+        self.pointer.move(*AWAY)
+        wait_for(lambda: self.popover() is None, f"its end by {why}")
 
     def test_shows_the_whole_text_and_follows_the_battery(self):
         self.running()
         left, top, right, bottom = self.box
-        self.assertGreater(right - left, 2 * (bottom - top), "the text is beside the symbol")
         wayland_screen().keep("wayland-bar-60", self.box, 6)
-        before = wayland_screen().area(*self.box)
-        self.laptop.set_adapter(True)
-        self.laptop.set_battery(percent=61, status="Charging")
-        wait_for(lambda: wayland_screen().area(*self.box) != before, 10, "the item of a charging battery")
-        wayland_screen().keep("wayland-bar-charging", self.box, 6)
+        # To its left, where a sign makes it wider, too.
+        box = left - (bottom - top), top, right, bottom
+        for name, change in (
+            ("plugged-in", lambda: self.laptop.set_adapter(True)),
+            ("charging", lambda: self.laptop.set_battery(status="Charging")),
+        ):
+            before = wayland_screen().area(*box)
+            change()
+            wait_for(lambda: wayland_screen().area(*box) != before, f"the item of a battery {name}")
+            wayland_screen().keep(f"wayland-bar-{name}", box, 6)
 
-    def test_opens_as_a_floating_window_of_its_own_size(self):
+    def test_opens_in_the_corner_of_the_tray(self):
         self.running()
-        rectangle = self.open()
-        self.assertEqual(rectangle["width"], 340)
-        picture = wait_for(lambda: self.drawn(rectangle), 10, "its content")
-        picture.keep("wayland-popover")
+        left, top, right, bottom = self.open()
+        wayland_screen().keep("wayland-popover")
+        self.assertEqual((right - left, right, top), (340, 1280 - GAP, BAR_HEIGHT + GAP))
+        self.assertLess(bottom, 800 - GAP)
         self.pointer.click(*self.item())
-        wait_for(lambda: not windows(POPOVER), 10, "its end by a second click")
+        self.wait_until_closed("a second click")
 
-    def drawn(self, rectangle):
-        """The screen once the popover has its content."""
-        left, top = rectangle["x"], rectangle["y"]
-        picture = wayland_screen()
-        rows = picture.area(left, top, left + 340, top + 200)
-        return picture if len(set(rows)) > 20 else None
-
-    def test_closes_when_it_loses_the_focus_and_on_escape(self):
+    def test_stays_over_other_windows_until_the_user_turns_elsewhere(self):
         self.running()
-        self.open()
         other = self.enterContext(subprocess.Popen([sys.executable, "-c", OTHER_WINDOW]))
         self.addCleanup(other.kill)
-        wait_for(lambda: windows("Another window"), 10, "another window")
-        wait_for(lambda: not windows(POPOVER), 10, "its end")
-        self.open_again()
-        self.keyboard.kill()
-        self.keyboard.wait()
-        wait_for(lambda: not windows(POPOVER), 10, "its end with the keyboard")
+        wait_for(lambda: windows("Another window"), "another window")
+        wait_for(self.still, "its picture")
+        box = self.open()
+        # The compositor gives the keyboard to whatever the mouse goes over.
+        self.pointer.move(300, 400)
+        self.wait_until_it_hears_keys(box)
+        self.pointer.click(300, 400)
+        self.wait_until_closed("a click elsewhere")
+        self.wait_until_it_hears_keys(self.open_again())
+        subprocess.check_call(["wtype", "-k", "Escape"])
+        self.wait_until_closed("Esc")
+
+    @staticmethod
+    def still():
+        """Whether the screen no longer changes."""
+        first = wayland_screen()
+        return wayland_screen().changed_since(first, 0) is None
 
     def open_again(self):
-        """With a click, and where it was so soon that it counts as the one that closed the popover, another."""
-        self.pointer.click(*self.item())
-        try:
-            wait_for(lambda: windows(POPOVER), 1, "the popover")
-        except TimeoutError:
-            self.open()
+        """With a click that cannot be taken for the one that closed it."""
+        time.sleep(DOUBLE_CLICK_SECONDS)
+        return self.open()
+
+    @staticmethod
+    def wait_until_it_hears_keys(box):
+        """Who has the focus for the compositor need not know it yet: only when a Tab is to be seen."""
+        before = wayland_screen().area(*box)
+        wait_for(
+            lambda: subprocess.call(["wtype", "-k", "Tab"]) == 0 and wayland_screen().area(*box) != before,
+            "the popover's answer to Tab",
+        )
 
     def test_opens_the_settings(self):
         lumora = self.running()
         self.open()
         subprocess.check_call(["gapplication", "action", APPLICATION, "settings"])
-        rectangle = wait_for(lambda: windows(SETTINGS), 10, "the settings")[0]
+        rectangle = wait_for(lambda: windows(SETTINGS), "the settings")[0]
         self.assertEqual((rectangle["content"]["width"], rectangle["content"]["height"]), (480, 720))
-        wait_for(lambda: not windows(POPOVER), 10, "the end of the popover")
+        self.assertEqual(windows(POPOVER), [])
         wayland_screen().keep("wayland-settings")
         self.assertEqual(lumora.end(), 0)
 

@@ -2,10 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Consequences.h"
 
-#include "Platform/Linux/TimeText.h"
-#include "Platform/StatusItemFace.h"
-#include "StatusItem.h"
-#include "Views/PopoverContent.h"
+#include "Content/PopoverContent.h"
+#include "Content/StatusItem.h"
 
 #include <cmath>
 
@@ -37,19 +35,19 @@ void expectReminders(AlertEngine& engine, AlertEngine::Input input, DefaultsStor
 }
 
 void expectItem(const BatteryState& state, const Prefs& prefs, std::optional<Date> snoozeUntil) {
-  const auto content = statusItemContent(state, prefs, hasImage);
-  expect(!content.symbol.empty() && !content.tooltip.empty(), "the item has an image and a tip");
   for (const TextPlace place : {TextPlace::label, TextPlace::wide, TextPlace::inside}) {
-    const auto face = statusItemFace(content, place);
+    const auto face = statusItemFace(state, false, prefs, place, hasImage);
+    expect(!face.tooltipTitle.empty(), "the item has a tip");
     expect(face.drawn.has_value() == face.iconName.empty(), "the icon has a name or is drawn");
+    expect(!face.drawn || state.hasBattery, "only a battery is drawn");
     expect(face.label.size() == face.labelGuide.size(), "the guide is as long as the label");
   }
-  expect(statusMenu(state, snoozeUntil, timeOfDayText, {}).size() == 5, "the menu has five lines");
+  expect(statusMenu(state, false, snoozeUntil, {}).size() == 5, "the menu has five lines");
 }
 
 void expectPopover(const BatteryState& state, std::optional<Date> since,
                    std::optional<Date> snoozeUntil, Date now) {
-  const auto content = batteryContent(state, since, snoozeUntil, now, timeOfDayText);
+  const auto content = batteryContent(state, since, snoozeUntil, now);
   expect(content.has_value() == state.hasBattery, "the popover shows a battery where one is");
   if (!content) return;
   expect(content->percent == state.percent && !content->stateText.empty(), "it tells the charge");

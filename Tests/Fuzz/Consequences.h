@@ -3,10 +3,10 @@
 #pragma once
 
 #include "Alerts/AlertEngine.h"
+#include "Base/Date.h"
 #include "Battery/BatteryReader.h"
 #include "Battery/BatteryState.h"
 #include "Fuzzer.h"
-#include "Platform/Date.h"
 #include "Preferences/DefaultsStore.h"
 #include "Preferences/Prefs.h"
 #include "Support/FakeLowPowerMode.h"

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Consequences.h"
+#include "Content/SettingsContent.h"
 #include "Fuzzer.h"
 #include "Preferences/DefaultsStore.h"
 #include "Preferences/Prefs.h"
 #include "Support/Builders.h"
 #include "Support/MemoryFiles.h"
-#include "Views/SettingsContent.h"
 
 #include <string>
 

@@ -41,15 +41,16 @@ void FakeBus::answerUsually(const std::string& method, const Arguments& argument
 
 void FakeBus::settle() {
   while (!waiting_.empty()) {
-    const Call call = std::move(waiting_.front());
+    Call call = std::move(waiting_.front());
     waiting_.pop_front();
     prepareAnswer(call.method);
     if (call.cancellable && call.cancellable->is_cancelled()) next_.reset();
+    call.succeeded = next_.has_value();
     if (!call.answered.empty()) {
       Glib::RefPtr<Gio::AsyncResult> result;
       call.answered(result);
     }
-    heard_.push_back(call);
+    heard_.push_back(std::move(call));
   }
 }
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "Platform/Linux/ExportedObject.h"
+#include "Linux/Bus/ExportedObject.h"
 
 #include <cstddef>
 #include <deque>
@@ -28,6 +28,7 @@ class FakeBus {
     Arguments arguments;
     Gio::SlotAsyncReady answered;
     Glib::RefPtr<Gio::Cancellable> cancellable = {};
+    bool succeeded = false;  ///< Once it was answered: not by an error.
   };
 
   struct Subscription {

@@ -3,7 +3,8 @@
 // What the program links in place of the real functions: all of it leads to the fake bus.
 #include "FakeBus.h"
 #include "Fuzzer.h"
-#include "Platform/Linux/ChangeCoalescer.h"
+#include "Linux/Power/ChangeCoalescer.h"
+#include "Linux/System/Background.h"
 
 #include <map>
 #include <utility>
@@ -114,5 +115,11 @@ ChangeCoalescer::ChangeCoalescer(std::function<void()> settled) : settled_(std::
 ChangeCoalescer::~ChangeCoalescer() = default;
 
 void ChangeCoalescer::changed() { settled_(); }
+
+// Without the thread.
+void runInBackground(std::function<void()> work, std::function<void()> done) {
+  work();
+  done();
+}
 
 }  // namespace lumora

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "Platform/Date.h"
+#include "Base/Date.h"
 
 #include <string_view>
 

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Content/ChartPoints.h"
+#include "Content/PopoverContent.h"
 #include "Fuzzer.h"
 #include "History/DailySummaries.h"
 #include "History/HistoryFile.h"
 #include "History/HistoryStore.h"
 #include "Support/Builders.h"
 #include "Support/MemoryFiles.h"
-#include "Views/ChartPoints.h"
-#include "Views/PopoverContent.h"
 
 #include <algorithm>
 #include <string>
@@ -58,7 +58,9 @@ void expectSummaries(const HistoryStore& store, Date now) {
                         days[day].avgPercent <= days[day].maxPercent),
            "the mean lies between the ends");
   }
-  expect(dayRows(days, [](Date) { return "day"; }).size() == days.size(), "each day is a row");
+  constexpr std::size_t kWeek = 7;
+  expect(dayRows(days, kWeek).size() == std::min(days.size(), kWeek),
+         "each day of a week is a row");
 }
 
 void expectChart(Samples samples) {
@@ -79,9 +81,39 @@ void expectSaved(HistoryStore& store, MemoryFiles& files, std::string_view input
   store.save(kNow);
   auto text = files.text(kFile);
   const auto written = decodeSamples(*text);
-  expect(written && same(*written, store.samples()), "the file holds the samples");
+  const auto samples = store.samples();
+  expect(written && written->size() >= samples.size() &&
+             same(Samples(*written).last(samples.size()), samples),
+         "the file holds the samples");
+  const auto more = Samples(*written).first(written->size() - samples.size());
+  const double oldest = secondsSince1970(kNow - kThirtyDays);
+  expect(std::all_of(more.begin(), more.end(), [&](const Sample& s) { return s.t < oldest; }),
+         "and besides at most what is too old");
   const auto kept = files.text(std::string(kFile) + ".unreadable");
   expect(readable ? !kept : kept == input, "what could not be read is kept");
+}
+
+/// Months of the same samples again and again: the chart leaves some out, and the store gives the
+/// memory of the oldest back.
+void expectMonths(Samples pattern) {
+  constexpr std::size_t kOld = 4600;
+  constexpr std::size_t kRecent = 700;
+  const double oldest = secondsSince1970(kNow - kThirtyDays);
+  std::vector<Sample> months;
+  months.reserve(kOld + kRecent);
+  for (std::size_t i = 0; i < kOld + kRecent; ++i) {
+    months.push_back(pattern[i % pattern.size()]);
+    months.back().t = oldest + 60 * (static_cast<double>(i) - kOld);
+  }
+  MemoryFiles files;
+  HistoryStore store(files, "/data", kNow);
+  store.setSamples(months);
+  store.record(onBattery(50), kNow, HistoryStore::Force::yes);
+  const auto kept = store.samples();
+  expect(kept.size() == kRecent + 1 && same(kept.first(kRecent), Samples(months).last(kRecent)),
+         "what is not too old is kept as it was");
+  expectChart(kept);
+  expect(chartPoints(kept).size() < kept.size(), "the chart leaves some out");
 }
 
 }  // namespace
@@ -98,8 +130,10 @@ void fuzz(std::string_view input) {
   expectSummaries(store, kNow);
   expectChart(store.samples());
   const auto since = store.pluggedSinceEstimate(kNow);
-  batteryContent(pluggedIn(80), since, std::nullopt, kNow, [](Date) { return "time"; });
+  batteryContent(pluggedIn(80), since, std::nullopt, kNow);
   expectSaved(store, files, input, decoded.has_value());
+  // Only of some, because it takes long.
+  if (decoded && decoded->size() > 2) expectMonths(*decoded);
 }
 
 }  // namespace lumora::test

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FakeBus.h"
 #include "Fuzzer.h"
-#include "Platform/Linux/DesktopNotifications.h"
-#include "Platform/Linux/Variants.h"
+#include "Linux/Bus/Variants.h"
+#include "Linux/Notifications/DesktopNotifications.h"
 #include "Script.h"
 #include "Support/FakeSoundPlayer.h"
 
@@ -56,9 +56,10 @@ class Desktop {
 
   void end() {
     bus_.settle();
+    for (std::size_t refusal = 0; refusal <= kMostLines; ++refusal) comeServer();
     std::set<std::string> shown;
     for (const auto& call : bus_.heard()) {
-      if (call.method != "Notify") continue;
+      if (call.method != "Notify" || !call.succeeded) continue;
       expect(shown.insert(argument<Glib::ustring>(call.arguments, 3)).second,
              "what was added is shown once at most");
     }
@@ -70,6 +71,13 @@ class Desktop {
   }
 
  private:
+  /// Gets what was refused, and may refuse it again.
+  void comeServer() {
+    bus_.signal("NameOwnerChanged", busArguments<Glib::ustring, Glib::ustring, Glib::ustring>(
+                                        "org.freedesktop.Notifications", "", ":1.3"));
+    bus_.settle();
+  }
+
   void add(Words& words) {
     const auto identifier = words.text();
     const auto sound = words.text();
@@ -80,7 +88,8 @@ class Desktop {
                          .body = "Body",
                          .categoryIdentifier = "CATEGORY",
                          .sound = sound.empty() ? NotificationSound(DefaultSound{})
-                                                : NotificationSound(NamedSound{sound})});
+                                                : NotificationSound(NamedSound{sound})},
+                        [] { return true; });
   }
 
   void answer(Words& words) {

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "Platform/Linux/Variants.h"
-#include "Platform/Value.h"
+#include "Base/Value.h"
+#include "Linux/Bus/Variants.h"
 
 #include <map>
 #include <optional>

@@ -2,9 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FakeBus.h"
 #include "Fuzzer.h"
-#include "Platform/Linux/StatusNotifierItem.h"
-#include "Platform/Linux/Variants.h"
+#include "Linux/Bus/Variants.h"
+#include "Linux/Tray/StatusNotifierItem.h"
 #include "Script.h"
+#include "Support/FakeRunLoop.h"
 
 #include <optional>
 #include <string>
@@ -19,7 +20,7 @@ constexpr std::size_t kMostLines = 64;
 constexpr std::size_t kMostEntries = 16;
 
 std::string pathOf(std::string_view object) {
-  return object == "menu" ? "/MenuBar" : "/StatusNotifierItem";
+  return object == "menu" ? "/MenuBar" : "/org/lumora/Lumora/StatusItem";
 }
 
 /// The program's item, and the tray that the script plays.
@@ -29,7 +30,8 @@ class Tray {
     using ProcessId = std::tuple<std::uint32_t>;
     bus.answerUsually("GetConnectionUnixProcessID",
                       Glib::Variant<ProcessId>::create({static_cast<std::uint32_t>(getpid())}));
-    item_.emplace(FakeBus::connection(), StatusNotifierItem::Identity{"lumora", "Lumora", "/icons"},
+    item_.emplace(FakeBus::connection(), runLoop_,
+                  StatusNotifierItem::Identity{"lumora", "Lumora", "/icons"},
                   StatusNotifierItem::Callbacks{
                       .activated = [this](std::optional<ScreenPoint>) { ++clicks_; },
                       .activationToken =
@@ -37,6 +39,7 @@ class Tray {
                             expect(Glib::ustring(token).validate(), "a token is a text");
                           },
                       .menu = [this] { return menu_; },
+                      .face = [this](TextPlace place) { return face(place); },
                       .draw =
                           [](const DrawnIcon& icon) {
                             return std::vector<Icon>{{1, 1, {255, 1, 2, 3}},
@@ -59,6 +62,7 @@ class Tray {
     }
     if (command == "answer") return answer(words);
     if (command == "settle") return bus_.settle();
+    if (command == "wait") return runLoop_.advance(std::chrono::seconds(2));
     // With whatever is still on its way.
     if (command == "leave") item_.reset();
   }
@@ -70,12 +74,23 @@ class Tray {
 
  private:
   void show(Words& words) {
-    StatusItemContent content;
-    content.symbol = words.text();
-    content.text = words.text();
-    content.percent = words.text();
-    content.tooltip = words.text();
-    item_->show(content);
+    name_ = words.text();
+    text_ = words.text();
+    number_ = words.text();
+    tip_ = words.text();
+    item_->show();
+  }
+
+  StatusItemFace face(TextPlace place) const {
+    StatusItemFace face{.iconName = name_, .tooltipTitle = tip_};
+    if (place == TextPlace::label) {
+      face.label = face.labelGuide = text_;
+    } else if (!number_.empty()) {
+      face.iconName.clear();
+      face.drawn = DrawnIcon{.percent = static_cast<int>(number_.size()),
+                             .text = place == TextPlace::wide ? text_ : number_};
+    }
+    return face;
   }
 
   void changeMenu(Words& words) {
@@ -113,7 +128,13 @@ class Tray {
   }
 
   FakeBus& bus_;
+  FakeClock clock_;
+  FakeRunLoop runLoop_{clock_};
   Menu menu_;
+  std::string name_;
+  std::string text_;
+  std::string number_;
+  std::string tip_;
   std::optional<StatusNotifierItem> item_;
   std::size_t clicked_ = 0;
   std::size_t clicks_ = 0;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Consequences.h"
 #include "Fuzzer.h"
-#include "Platform/Linux/UPowerDevice.h"
+#include "Linux/Power/UPowerDevice.h"
 #include "Script.h"
 
 #include <map>
@@ -19,8 +19,10 @@ void fuzz(std::string_view input) {
     std::vector<UPowerDevice> told;
     told.reserve(devices.size());
     for (const auto& [path, device] : devices) told.push_back(device);
-    machine.sources.sources = powerSourceDescriptions(told);
-    machine.sources.registry = batteryRegistryEntry(told, 65);
+    PowerSupplies supplies = powerSupplies(told);
+    supplies.adapterWatts = 65;
+    machine.sources.sources = powerSourceDescriptions(supplies);
+    machine.sources.registry = batteryRegistryEntry(supplies);
     machine.read();
   }
 }

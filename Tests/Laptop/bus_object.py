@@ -64,20 +64,24 @@ class BusObject:
 
     def _description(self):
         members = [_method_xml(name, *signatures[:2]) for name, signatures in self._methods.items()]
-        members += [f'<property name="{name}" type="{value.get_type_string()}" access="read"/>'
-                    for name, value in self._properties.items()]
+        members += [
+            f'<property name="{name}" type="{value.get_type_string()}" access="read"/>'
+            for name, value in self._properties.items()
+        ]
         return f'<node><interface name="{self._interface}">{"".join(members)}</interface></node>'
 
     def _on_call(self, _connection, _sender, _path, _interface, name, arguments, invocation):
         _, results, function = self._methods[name]
-        GLib.timeout_add(self.methods_delay_ms, lambda: _answer(
-            invocation, results, lambda: function(*unpack_shallow(arguments))))
+        GLib.timeout_add(
+            self.methods_delay_ms, lambda: _answer(invocation, results, lambda: function(*unpack_shallow(arguments)))
+        )
 
     def _on_properties_call(self, _connection, _sender, _path, _interface, name, arguments, invocation):
         call = {"Get": ("v", self._get), "GetAll": ("a{sv}", self._get_all), "Set": ("", self._set)}
         results, function = call[name]
-        GLib.timeout_add(self.delay_ms, lambda: _answer(
-            invocation, results, lambda: function(*unpack_shallow(arguments))))
+        GLib.timeout_add(
+            self.delay_ms, lambda: _answer(invocation, results, lambda: function(*unpack_shallow(arguments)))
+        )
 
     def _get(self, _interface, name):
         return (self._properties[name],)

@@ -6,7 +6,7 @@ import itertools
 
 from gi.repository import Gio, GLib
 
-from processes import LaptopError, Process, wait_until
+from processes import PATIENCE_SECONDS, LaptopError, Process, wait_until
 
 CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
@@ -33,20 +33,24 @@ class Bus:
         with open(configuration, "w", encoding="utf-8") as file:
             file.write(CONFIGURATION.format(socket=socket))
         self.address = f"unix:path={socket}"
-        self._process = Process(f"{name} bus", [
-            "dbus-daemon", f"--config-file={configuration}", "--nofork", "--nopidfile"],
-            environment, f"{folder}/{name}-bus.log")
+        self._process = Process(
+            f"{name} bus",
+            ["dbus-daemon", f"--config-file={configuration}", "--nofork", "--nopidfile"],
+            environment,
+            f"{folder}/{name}-bus.log",
+        )
         self.connection = None
 
     def wait(self):
         """Wait until the bus answers."""
-        wait_until(self._try_to_connect, 5, self._process.name)
+        wait_until(self._try_to_connect, self._process.name)
 
     def connect(self):
         """A new connection of the laptop to this bus."""
         flags = Gio.DBusConnectionFlags
         connection = Gio.DBusConnection.new_for_address_sync(
-            self.address, flags.AUTHENTICATION_CLIENT | flags.MESSAGE_BUS_CONNECTION, None, None)
+            self.address, flags.AUTHENTICATION_CLIENT | flags.MESSAGE_BUS_CONNECTION, None, None
+        )
         connection.set_exit_on_close(False)
         return connection
 
@@ -70,7 +74,9 @@ class Bus:
 def ask_bus(connection, method, signature, *arguments):
     """Call a method of the message bus itself."""
     values = GLib.Variant(signature, arguments)
-    reply = connection.call_sync(BUS, "/org/freedesktop/DBus", BUS, method, values, None, 0, 2000, None)
+    reply = connection.call_sync(
+        BUS, "/org/freedesktop/DBus", BUS, method, values, None, 0, PATIENCE_SECONDS * 1000, None
+    )
     return reply.unpack()[0] if reply.n_children() else None
 
 
@@ -86,7 +92,7 @@ def give_up(connection, name):
     ask_bus(connection, "ReleaseName", "(s)", name)
 
 
-def call(connection, name, path, interface, method, arguments=None, seconds=5):
+def call(connection, name, path, interface, method, arguments=None):
     """Call a service while the main loop goes on, and give its reply as a GLib.Variant."""
     replies = []
 
@@ -96,9 +102,19 @@ def call(connection, name, path, interface, method, arguments=None, seconds=5):
         except GLib.Error as error:
             replies.append(error)
 
-    connection.call(name, path, interface, method, arguments, None, Gio.DBusCallFlags.NO_AUTO_START,
-                    int(seconds * 1000), None, on_reply)
-    wait_until(lambda: replies, seconds + 1, f"{interface}.{method}")
+    connection.call(
+        name,
+        path,
+        interface,
+        method,
+        arguments,
+        None,
+        Gio.DBusCallFlags.NO_AUTO_START,
+        PATIENCE_SECONDS * 1000,
+        None,
+        on_reply,
+    )
+    wait_until(lambda: replies, f"{interface}.{method}", PATIENCE_SECONDS + 1)
     if isinstance(replies[0], GLib.Error):
         raise LaptopError(f"{interface}.{method}: {replies[0].message}")
     return replies[0]
@@ -115,15 +131,22 @@ class BusMonitor:
         self._connection = bus.connect()
         self._connection.add_filter(self._on_any_message)
         own_signals = f"type='signal',sender='{bus.connection.get_unique_name()}',interface='{BARRIER}'"
-        call(self._connection, BUS, "/org/freedesktop/DBus", "org.freedesktop.DBus.Monitoring", "BecomeMonitor",
-             GLib.Variant("(asu)", ([*rules, own_signals], 0)))
+        call(
+            self._connection,
+            BUS,
+            "/org/freedesktop/DBus",
+            "org.freedesktop.DBus.Monitoring",
+            "BecomeMonitor",
+            GLib.Variant("(asu)", ([*rules, own_signals], 0)),
+        )
 
     def catch_up(self):
         """Wait until everything that was said on the bus before has been handed on."""
         barrier = next(self._barriers)
-        self._bus.connection.emit_signal(None, "/org/lumora/Laptop", BARRIER, "Reached",
-                                         GLib.Variant("(u)", (barrier,)))
-        wait_until(lambda: self._passed >= barrier, 5, "the bus monitor")
+        self._bus.connection.emit_signal(
+            None, "/org/lumora/Laptop", BARRIER, "Reached", GLib.Variant("(u)", (barrier,))
+        )
+        wait_until(lambda: self._passed >= barrier, "the bus monitor")
 
     def _on_any_message(self, _connection, message, incoming):
         if not incoming or message.get_sender() == BUS:

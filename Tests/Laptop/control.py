@@ -7,23 +7,36 @@ import signal
 
 from gi.repository import GLib
 
-from buses import call, own
 from bus_object import PROPERTIES, BusObject, unpack_shallow
+from buses import call, own
 from notifications import Notifications
 from parts import notifications_mock
 from processes import LaptopError, wait_until
 from sounds import Sounds
-from stand_ins import ADAPTER_PATH, BATTERY_PATH, DEVICE, UPOWER, UPOWER_PATH, MockUPower, NewProfiles, SettingsPortal
+from stand_ins import ADAPTER_PATH, BATTERY_PATH, DEVICE, UPOWER, UPOWER_PATH, MockProfiles, MockUPower, SettingsPortal
 
 NAME = "org.lumora.Laptop"
 PATH = "/org/lumora/Laptop"
 LOGIN = ("org.freedesktop.login1", "/org/freedesktop/login1", "org.lumora.Laptop.Login")
 PROFILES = ("net.hadess.PowerProfiles", "/net/hadess/PowerProfiles")
-PERMISSIONS = ("org.freedesktop.impl.portal.PermissionStore", "/org/freedesktop/impl/portal/PermissionStore",
-               "org.freedesktop.impl.portal.PermissionStore")
+NEWER_PROFILES = "org.freedesktop.UPower.PowerProfiles"
+PERMISSIONS = (
+    "org.freedesktop.impl.portal.PermissionStore",
+    "/org/freedesktop/impl/portal/PermissionStore",
+    "org.freedesktop.impl.portal.PermissionStore",
+)
 BATTERY_AT_THE_START = {
-    "Percentage": 60.0, "State": 2, "IsPresent": True, "EnergyFull": 45.0, "EnergyFullDesign": 50.0, "EnergyRate": 10.0,
-    "Voltage": 11.4, "ChargeCycles": 120, "Temperature": 31.2, "Model": "LP-50"}
+    "Percentage": 60.0,
+    "State": 2,
+    "IsPresent": True,
+    "EnergyFull": 45.0,
+    "EnergyFullDesign": 50.0,
+    "EnergyRate": 10.0,
+    "Voltage": 11.4,
+    "ChargeCycles": 120,
+    "Temperature": 31.2,
+    "Model": "LP-50",
+}
 
 
 class Control:
@@ -35,9 +48,9 @@ class Control:
         self._services = laptop.services
         self._notifications = Notifications(laptop.session, laptop.environment, laptop.folder)
         self._sounds = Sounds(f"{laptop.folder}/sound.log")
-        self._new_profiles = NewProfiles(laptop.system)
         self._portal = SettingsPortal(laptop.session)
         self._mock_upower = None
+        self._mock_profiles = None
         self._mock_notifications = None
         BusObject(laptop.session.connection, PATH, NAME, self._methods())
         own(laptop.session.connection, NAME)
@@ -57,10 +70,11 @@ class Control:
             "Continue": ("s", "", self._services.wake),
             "Start": ("s", "", self._start),
             "SetProfile": ("s", "", self._set_profile),
-            "MockNewProfiles": ("b s", "", self._mock_new_profiles),
+            "MockProfiles": ("s s", "", self._replace_profiles),
             "SetAppearance": ("s v", "", self._portal.set),
             "SlowAppearance": ("i", "", self._portal.slow),
             "PrepareForSleep": ("b", "", self._prepare_for_sleep),
+            "RefuseInhibit": ("i", "", self._refuse_inhibit),
             "Inhibitors": ("", "aa{sv}", self._inhibitors),
             "Notifications": ("", "aa{sv}", lambda: (self._notifications.sent(),)),
             "ClearNotifications": ("", "", self._notifications.clear),
@@ -71,6 +85,7 @@ class Control:
             "ClearSounds": ("", "", self._sounds.clear),
             "MockUPower": ("b", "", self._replace_upower),
             "MockSlowUPower": ("i", "", lambda delay_ms: self._replace_upower(True, delay_ms)),
+            "MockRefusingUPower": ("i", "", lambda times: self._replace_upower(True, refusals=times)),
             "SetMockProperty": ("s v", "", lambda name, value: self._mock().set_property(name, value)),
             "PropertyBurst": ("i", "", lambda count: self._mock().burst(count)),
             "Reset": ("", "", self._reset),
@@ -94,22 +109,39 @@ class Control:
     def _remove_stand_in(self, part):
         if part == "upower":
             self._replace_upower(False)
+        if part == "profiles":
+            self._end_mock_profiles()
         if part == "notifications":
             self._end_mock_notifications()
 
     def _set_profile(self, profile):
         name, path = PROFILES
-        call(self._laptop.system.connection, name, path, PROPERTIES, "Set",
-             GLib.Variant("(ssv)", (name, "ActiveProfile", GLib.Variant("s", profile))))
+        call(
+            self._laptop.system.connection,
+            name,
+            path,
+            PROPERTIES,
+            "Set",
+            GLib.Variant("(ssv)", (name, "ActiveProfile", GLib.Variant("s", profile))),
+        )
 
-    def _mock_new_profiles(self, owned, profile):
-        if owned:
-            self._new_profiles.show(profile)
-        else:
-            self._new_profiles.hide()
+    def _replace_profiles(self, former, current):
+        if not self._mock_profiles:
+            self._services.end("profiles", signal.SIGTERM)
+            self._mock_profiles = MockProfiles(self._laptop.system)
+        self._mock_profiles.show(PROFILES[0], former)
+        self._mock_profiles.show(NEWER_PROFILES, current)
+
+    def _end_mock_profiles(self):
+        if self._mock_profiles:
+            self._mock_profiles.remove()
+            self._mock_profiles = None
 
     def _prepare_for_sleep(self, begins):
         call(self._laptop.system.connection, *LOGIN, "PrepareForSleep", GLib.Variant("(b)", (begins,)))
+
+    def _refuse_inhibit(self, times):
+        call(self._laptop.system.connection, *LOGIN, "RefuseInhibit", GLib.Variant("(i)", (times,)))
 
     def _inhibitors(self):
         reply = call(self._laptop.system.connection, *LOGIN, "AllInhibitors")
@@ -120,6 +152,7 @@ class Control:
             if not self._services.awake("notifications"):
                 raise LaptopError("notifications does not run, or hangs")
             function(number)
+
         return checked
 
     def _replace_notifications(self, capabilities):
@@ -133,10 +166,10 @@ class Control:
             self._mock_notifications.end(signal.SIGTERM)
             self._mock_notifications = None
 
-    def _replace_upower(self, owned, delay_ms=0):
+    def _replace_upower(self, owned, delay_ms=0, refusals=0):
         if owned and not self._mock_upower:
             self._services.end("upower", signal.SIGTERM)
-            self._mock_upower = MockUPower(self._laptop.system, delay_ms)
+            self._mock_upower = MockUPower(self._laptop.system, delay_ms, refusals)
         elif not owned and self._mock_upower:
             self._mock_upower.remove()
             self._mock_upower = None
@@ -149,8 +182,11 @@ class Control:
     def _reset(self):
         self._replace_upower(False)
         self._end_mock_notifications()
-        self._new_profiles.hide()
+        self._end_mock_profiles()
         self._portal.hide()
+        # UPower reads a pack's capacities only when the pack is put in, and where it is of 2023 or later it tells no
+        # power for ten seconds after the adapter's plug was moved: a new one knows of nothing that was before.
+        self._services.end("upower", signal.SIGTERM)
         self._supplies.reset()
         restarted = not self._services.running("notifications")
         self._services.reset()
@@ -162,7 +198,7 @@ class Control:
 
     def _reset_what_runs(self):
         if self._services.chosen("upower"):
-            wait_until(self._upower_is_as_at_the_start, 5, "UPower's notice of the reset")
+            wait_until(self._upower_is_as_at_the_start, "UPower's notice of the reset")
         if self._services.chosen("notifications"):
             self._notifications.close_all()
         if self._services.chosen("profiles"):
@@ -174,10 +210,12 @@ class Control:
         devices = call(self._laptop.system.connection, UPOWER, UPOWER_PATH, UPOWER, "EnumerateDevices").unpack()[0]
         if set(devices) != {BATTERY_PATH, ADAPTER_PATH}:
             return False
-        battery = call(self._laptop.system.connection, UPOWER, BATTERY_PATH, PROPERTIES, "GetAll",
-                       GLib.Variant("(s)", (DEVICE,))).unpack()[0]
-        daemon = call(self._laptop.system.connection, UPOWER, UPOWER_PATH, PROPERTIES, "GetAll",
-                      GLib.Variant("(s)", (UPOWER,))).unpack()[0]
+        battery = call(
+            self._laptop.system.connection, UPOWER, BATTERY_PATH, PROPERTIES, "GetAll", GLib.Variant("(s)", (DEVICE,))
+        ).unpack()[0]
+        daemon = call(
+            self._laptop.system.connection, UPOWER, UPOWER_PATH, PROPERTIES, "GetAll", GLib.Variant("(s)", (UPOWER,))
+        ).unpack()[0]
         return daemon["OnBattery"] and all(battery[name] == value for name, value in BATTERY_AT_THE_START.items())
 
     def _forget_permissions(self):

@@ -11,11 +11,15 @@ from gi.repository import GLib
 
 LAPTOP_IFACE = "org.lumora.Laptop.Login"
 LOCKS = []
+REFUSALS = []
 
 
 @dbus.service.method(MAIN_IFACE, in_signature="ssss", out_signature="h")
 def Inhibit(_mock, what, who, why, mode):
     """Hand out a lock, and notice when the last copy of it is closed."""
+    if REFUSALS:
+        REFUSALS.pop()
+        raise dbus.exceptions.DBusException("not now", name="org.freedesktop.DBus.Error.AccessDenied")
     reading_end, writing_end = os.pipe()
     lock = {"what": what, "who": who, "why": why, "mode": mode, "open": dbus.Boolean(True)}
     LOCKS.append(lock)
@@ -34,14 +38,23 @@ def Inhibit(_mock, what, who, why, mode):
 @dbus.service.method(MAIN_IFACE, in_signature="", out_signature="a(ssssuu)")
 def ListInhibitors(_mock):
     """The locks that are open, as logind lists them."""
-    return [(lock["what"], lock["who"], lock["why"], lock["mode"], dbus.UInt32(0), dbus.UInt32(0))
-            for lock in LOCKS if lock["open"]]
+    return [
+        (lock["what"], lock["who"], lock["why"], lock["mode"], dbus.UInt32(0), dbus.UInt32(0))
+        for lock in LOCKS
+        if lock["open"]
+    ]
 
 
 @dbus.service.method(LAPTOP_IFACE, in_signature="", out_signature="aa{sv}")
 def AllInhibitors(_mock):
     """Every lock that was handed out, with the key `open`."""
     return dbus.Array([dbus.Dictionary(lock, signature="sv") for lock in LOCKS], signature="a{sv}")
+
+
+@dbus.service.method(LAPTOP_IFACE, in_signature="i", out_signature="")
+def RefuseInhibit(_mock, times):
+    """Hand out no lock for the next so many calls."""
+    REFUSALS[:] = [True] * times
 
 
 @dbus.service.method(LAPTOP_IFACE, in_signature="b", out_signature="")

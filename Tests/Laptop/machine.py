@@ -21,7 +21,6 @@ from processes import LaptopError, dies_with_parent, end_descendants, wait_until
 from services import Services
 
 PR_SET_CHILD_SUBREAPER = 36
-COMMAND_SECONDS_TO_END = 5
 LOG_LINES = 60
 
 
@@ -52,8 +51,10 @@ class Laptop:
         self.session = Bus("session", self.folder, self.environment)
         self.supplies = self._power_supplies()
         self.environment |= {
-            "DBUS_SYSTEM_BUS_ADDRESS": self.system.address, "DBUS_SESSION_BUS_ADDRESS": self.session.address,
-            "UMOCKDEV_DIR": self.supplies.folder}
+            "DBUS_SYSTEM_BUS_ADDRESS": self.system.address,
+            "DBUS_SESSION_BUS_ADDRESS": self.session.address,
+            "UMOCKDEV_DIR": self.supplies.folder,
+        }
         self.system.wait()
         self.session.wait()
         services = all_services(self.system, self.session, self.environment, self.folder)
@@ -106,7 +107,7 @@ def _wake_at_the_end_of(child):
 def _end(child, number):
     child.send_signal(number)
     try:
-        wait_until(lambda: child.poll() is not None, COMMAND_SECONDS_TO_END, "end of the command")
+        wait_until(lambda: child.poll() is not None, "end of the command")
     except LaptopError:
         child.kill()
         child.wait()

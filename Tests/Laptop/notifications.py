@@ -6,17 +6,27 @@ import subprocess
 
 from gi.repository import Gio, GLib
 
-from buses import BusMonitor, call
 from bus_object import unpack_shallow
+from buses import BusMonitor, call
 from parts import choice_file
-from processes import LaptopError, wait_until
+from processes import PATIENCE_SECONDS, LaptopError, wait_until
 
 NAME = "org.freedesktop.Notifications"
 PATH = "/org/freedesktop/Notifications"
 DUNST = "org.dunstproject.cmd0"
 RULES = [f"type='method_call',interface='{NAME}',member='Notify'", f"sender='{NAME}'"]
-FIELDS = {"app_name": "s", "replaces_id": "u", "icon": "s", "summary": "s", "body": "s", "actions": "as",
-          "hints": "a{sv}", "expire": "i"}
+FIELDS = {
+    "app_name": "s",
+    "replaces_id": "u",
+    "icon": "s",
+    "summary": "s",
+    "body": "s",
+    "actions": "as",
+    "hints": "a{sv}",
+    "expire": "i",
+}
+# What is known besides; `starts` where a server that does not run may be started for it.
+ADDED = {"id": "u", "sender": "s", "starts": "b"}
 
 
 class Notifications:
@@ -39,8 +49,9 @@ class Notifications:
     def sent(self):
         """The calls, as dictionaries of name to GLib.Variant."""
         self._monitor.catch_up()
-        return [{key: GLib.Variant(kind, entry[key]) for key, kind in {**FIELDS, "id": "u", "sender": "s"}.items()}
-                for entry in self._calls]
+        return [
+            {key: GLib.Variant(kind, entry[key]) for key, kind in {**FIELDS, **ADDED}.items()} for entry in self._calls
+        ]
 
     def server_was_started(self):
         """A new server shows nothing yet."""
@@ -75,7 +86,7 @@ class Notifications:
         self._monitor.catch_up()
         if self._shown:
             self._command("NotificationCloseAll")
-            wait_until(lambda: not self._shown, 5, "an empty screen")
+            wait_until(lambda: not self._shown, "an empty screen")
 
     def _require_shown(self, number):
         self._monitor.catch_up()
@@ -86,19 +97,29 @@ class Notifications:
         call(self._session.connection, NAME, PATH, DUNST, method)
 
     def _await_signal(self, member, arguments):
-        wait_until(lambda: (member, arguments) in self._signals, 3, f"{member}{arguments}")
+        wait_until(lambda: (member, arguments) in self._signals, f"{member}{arguments}")
 
     def _window(self):
-        lines = self._xdotool("search", "--onlyvisible", "--class", "Dunst", "getwindowgeometry", "--shell")
-        values = dict(line.split("=") for line in lines.splitlines() if "=" in line)
-        return [int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT")]
+        """Where dunst's window is, once it is there: dunst answers first, and draws then."""
+        told = {}
+
+        def visible():
+            found = self._xdotool("search", "--onlyvisible", "--class", "Dunst", "getwindowgeometry", "--shell")
+            told.update(line.split("=") for line in found.stdout.splitlines() if "=" in line)
+            return found.returncode == 0
+
+        wait_until(visible, "dunst's window")
+        return [int(told[key]) for key in ("X", "Y", "WIDTH", "HEIGHT")]
 
     def _xdotool(self, *arguments):
-        command = ["xdotool", *map(str, arguments)]
-        ended = subprocess.run(command, env=self._environment, capture_output=True, text=True, timeout=5, check=False)
-        if ended.returncode != 0:
-            raise LaptopError(f"{' '.join(command)}: {ended.stderr.strip()}")
-        return ended.stdout
+        return subprocess.run(
+            ["xdotool", *map(str, arguments)],
+            env=self._environment,
+            capture_output=True,
+            text=True,
+            timeout=PATIENCE_SECONDS,
+            check=False,
+        )
 
     def _on_message(self, message):
         kind = message.get_message_type()
@@ -113,7 +134,9 @@ class Notifications:
         if message.get_signature() != "susssasa{sv}i":
             return
         entry = dict(zip(FIELDS, unpack_shallow(message.get_body())))
-        self._calls.append(entry | {"id": 0, "sender": message.get_sender(), "serial": message.get_serial()})
+        starts = not message.get_flags() & Gio.DBusMessageFlags.NO_AUTO_START
+        known = {"id": 0, "sender": message.get_sender(), "serial": message.get_serial(), "starts": starts}
+        self._calls.append(entry | known)
 
     def _on_reply(self, message):
         for entry in self._calls:

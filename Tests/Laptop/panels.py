@@ -46,8 +46,12 @@ def panel_services(session, environment):
     """Every panel that the laptop can have, and what it stands on."""
     configuration = environment["XDG_CONFIG_HOME"]
     runtime = environment["XDG_RUNTIME_DIR"]
-    return [_xfconf(session, configuration), _xfce_panel(session), _sway(configuration, runtime, environment),
-            _waybar(session, configuration)]
+    return [
+        _xfconf(session, configuration),
+        _xfce_panel(session),
+        _sway(configuration, runtime, environment),
+        _waybar(session, configuration),
+    ]
 
 
 def _write(path, text):
@@ -64,8 +68,14 @@ def _xfconf(session, configuration):
 
 
 def _xfce_panel(session):
-    return BusService("panel", ["xfce4-panel", "--disable-wm-check"], session, WATCHER, "/StatusNotifierWatcher",
-                      needs=["windows", "xfconf"])
+    return BusService(
+        "panel",
+        ["xfce4-panel", "--disable-wm-check"],
+        session,
+        WATCHER,
+        "/StatusNotifierWatcher",
+        needs=["windows", "xfconf"],
+    )
 
 
 def _sway(configuration, runtime, environment):
@@ -78,9 +88,13 @@ def _sway(configuration, runtime, environment):
 
     session = {"SWAYSOCK": f"{runtime}/sway.sock", "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "sway"}
     headless = session | {"WLR_BACKENDS": "headless", "WLR_LIBINPUT_NO_DEVICES": "1", "WLR_RENDERER": "pixman"}
-    return FileService("sway", ["sway", "--config", file], ready, is_ready, extra=headless)
+    # What a killed one left it would leave alone, and open its socket elsewhere.
+    clear = 'rm -f "$SWAYSOCK" "$0"; exec sway --config "$1"'
+    return FileService("sway", ["sh", "-c", clear, ready, file], ready, is_ready, extra=headless)
 
 
 def _waybar(session, configuration):
     file = _write(f"{configuration}/waybar/config", json.dumps(WAYBAR))
-    return BusService("waybar", ["waybar", "--config", file], session, WATCHER, "/StatusNotifierWatcher", needs=["sway"])
+    return BusService(
+        "waybar", ["waybar", "--config", file], session, WATCHER, "/StatusNotifierWatcher", needs=["sway"]
+    )

@@ -15,7 +15,12 @@ from services import BusService, FileService
 PARTS = ("upower", "profiles", "logind", "permissions", "notifications", "sound", "panel")
 HERE = os.path.dirname(os.path.abspath(__file__))
 DBUSMOCK = ["/usr/bin/python3", "-m", "dbusmock", "--template"]
-PROFILE_ACTIONS = ["net.hadess.PowerProfiles.switch-profile", "net.hadess.PowerProfiles.hold-profile"]
+# The daemon asks polkit by the one name or, since it has both, by the other.
+PROFILE_ACTIONS = [
+    f"{name}.{action}"
+    for name in ("net.hadess.PowerProfiles", "org.freedesktop.UPower.PowerProfiles")
+    for action in ("switch-profile", "hold-profile")
+]
 DUNST_CONFIGURATION = """[global]
     origin = top-left
     offset = 0x60
@@ -45,9 +50,17 @@ DUNST_CONFIGURATION = """[global]
 def all_services(system, session, environment, folder):
     """Every service that the laptop can have."""
     return [
-        _display(environment, folder), _windows(folder), _polkit(system), _upower(system, folder),
-        _profiles(system), _logind(system), _permissions(session, folder), _notifications(session, folder),
-        _sound(folder), *panel_services(session, environment)]
+        _display(environment, folder),
+        _windows(folder),
+        _polkit(system),
+        _upower(system, folder),
+        _profiles(system),
+        _logind(system),
+        _permissions(session, folder),
+        _notifications(session, folder),
+        _sound(folder),
+        *panel_services(session, environment),
+    ]
 
 
 def choice_file(folder):
@@ -58,8 +71,13 @@ def choice_file(folder):
 def notifications_mock(session, capabilities):
     """A notification server with the capabilities that are given, in the place of dunst."""
     parameters = json.dumps({"capabilities": " ".join(capabilities)})
-    return BusService("notifications-mock", [*DBUSMOCK, f"{HERE}/notifications_template.py", "-p", parameters],
-                      session, "org.freedesktop.Notifications", "/org/freedesktop/Notifications")
+    return BusService(
+        "notifications-mock",
+        [*DBUSMOCK, f"{HERE}/notifications_template.py", "-p", parameters],
+        session,
+        "org.freedesktop.Notifications",
+        "/org/freedesktop/Notifications",
+    )
 
 
 def _display(environment, folder):
@@ -77,8 +95,9 @@ def _display(environment, folder):
     screen = f"{1280 * scale}x{1024 * scale}x24"
     # The server writes its number to a descriptor; the shell opens the file on it.
     server = f'exec Xvfb $DISPLAY -displayfd 3 -screen 0 {screen} -nolisten tcp -noreset 3>"$0"'
-    return FileService("display", ["/bin/sh", "-c", server, file], file,
-                       lambda path: os.path.exists(path) and is_ready(path))
+    return FileService(
+        "display", ["/bin/sh", "-c", server, file], file, lambda path: os.path.exists(path) and is_ready(path)
+    )
 
 
 def _windows(folder):
@@ -90,8 +109,14 @@ def _polkit(system):
     path = "/org/freedesktop/PolicyKit1/Authority"
 
     def allow():
-        call(system.connection, "org.freedesktop.PolicyKit1", path, "org.freedesktop.DBus.Mock", "SetAllowed",
-             GLib.Variant("(as)", (PROFILE_ACTIONS,)))
+        call(
+            system.connection,
+            "org.freedesktop.PolicyKit1",
+            path,
+            "org.freedesktop.DBus.Mock",
+            "SetAllowed",
+            GLib.Variant("(as)", (PROFILE_ACTIONS,)),
+        )
 
     return BusService("polkit", [*DBUSMOCK, "polkitd"], system, "org.freedesktop.PolicyKit1", path, on_ready=allow)
 
@@ -99,45 +124,90 @@ def _polkit(system):
 def _upower(system, folder):
     history = f"{folder}/upower"
     os.makedirs(history)
-    return BusService("upower", ["/usr/libexec/upowerd", "--verbose"], system, "org.freedesktop.UPower",
-                      "/org/freedesktop/UPower", after=["logind"], extra={"UPOWER_HISTORY_DIR": history},
-                      sees_test_bed=True)
+    return BusService(
+        "upower",
+        ["/usr/libexec/upowerd", "--verbose"],
+        system,
+        "org.freedesktop.UPower",
+        "/org/freedesktop/UPower",
+        after=["logind"],
+        extra={"UPOWER_HISTORY_DIR": history},
+        sees_test_bed=True,
+    )
 
 
 def _profiles(system):
-    return BusService("profiles", ["/usr/libexec/power-profiles-daemon", "--verbose"], system,
-                      "net.hadess.PowerProfiles", "/net/hadess/PowerProfiles", needs=["polkit"],
-                      sees_test_bed=True)
+    # The test bed knows who listens to it by the numbers of their descriptors, so two daemons must not share any.
+    command = [
+        "/bin/bash",
+        "-c",
+        'for fd in {3..63}; do eval "exec $fd</dev/null"; done; exec "$0" "$@"',
+        "/usr/libexec/power-profiles-daemon",
+        "--verbose",
+    ]
+    return BusService(
+        "profiles",
+        command,
+        system,
+        "net.hadess.PowerProfiles",
+        "/net/hadess/PowerProfiles",
+        needs=["polkit"],
+        sees_test_bed=True,
+    )
 
 
 def _logind(system):
-    return BusService("logind", [*DBUSMOCK, f"{HERE}/logind_template.py"], system, "org.freedesktop.login1",
-                      "/org/freedesktop/login1")
+    return BusService(
+        "logind", [*DBUSMOCK, f"{HERE}/logind_template.py"], system, "org.freedesktop.login1", "/org/freedesktop/login1"
+    )
 
 
 def _permissions(session, folder):
-    return BusService("permissions", ["/usr/libexec/xdg-permission-store"], session,
-                      "org.freedesktop.impl.portal.PermissionStore", "/org/freedesktop/impl/portal/PermissionStore",
-                      extra={"XDG_DATA_HOME": f"{folder}/permissions"})
+    return BusService(
+        "permissions",
+        ["/usr/libexec/xdg-permission-store"],
+        session,
+        "org.freedesktop.impl.portal.PermissionStore",
+        "/org/freedesktop/impl/portal/PermissionStore",
+        extra={"XDG_DATA_HOME": f"{folder}/permissions"},
+    )
 
 
 def _notifications(session, folder):
     configuration = f"{folder}/dunstrc"
     with open(configuration, "w", encoding="utf-8") as file:
         file.write(DUNST_CONFIGURATION.format(choice=choice_file(folder)))
-    return BusService("notifications", ["dunst", "-config", configuration], session,
-                      "org.freedesktop.Notifications", "/org/freedesktop/Notifications", needs=["windows"])
+    return BusService(
+        "notifications",
+        ["dunst", "-config", configuration],
+        session,
+        "org.freedesktop.Notifications",
+        "/org/freedesktop/Notifications",
+        needs=["windows"],
+    )
 
 
 def _sound(folder):
     path = f"{folder}/pulse"
     state = f"{folder}/pulse-state"
     os.makedirs(state, mode=0o700)
-    command = ["pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1", "--disable-shm=yes",
-               "--realtime=no", "--high-priority=no", "--log-level=debug", "--log-target=stderr",
-               "-L", f"module-native-protocol-unix socket={path} auth-anonymous=1", "-L", "module-null-sink"]
-    return FileService("sound", command, path, _accepts,
-                       extra={"PULSE_RUNTIME_PATH": state, "PULSE_STATE_PATH": state})
+    command = [
+        "pulseaudio",
+        "-n",
+        "--daemonize=no",
+        "--use-pid-file=no",
+        "--exit-idle-time=-1",
+        "--disable-shm=yes",
+        "--realtime=no",
+        "--high-priority=no",
+        "--log-level=debug",
+        "--log-target=stderr",
+        "-L",
+        f"module-native-protocol-unix socket={path} auth-anonymous=1",
+        "-L",
+        "module-null-sink",
+    ]
+    return FileService("sound", command, path, _accepts, extra={"PULSE_RUNTIME_PATH": state, "PULSE_STATE_PATH": state})
 
 
 def _accepts(path):

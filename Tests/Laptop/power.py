@@ -10,8 +10,17 @@ from gi.repository import UMockdev  # noqa: E402
 from processes import LaptopError  # noqa: E402
 
 NEW_BATTERY = {
-    "percent": 60, "status": "Discharging", "present": True, "full": 45.0, "design": 50.0, "power": 10.0,
-    "voltage": 11.4, "cycles": 120, "temperature": 31.2, "model": "LP-50"}
+    "percent": 60,
+    "status": "Discharging",
+    "present": True,
+    "full": 45.0,
+    "design": 50.0,
+    "power": 10.0,
+    "voltage": 11.4,
+    "cycles": 120,
+    "temperature": 31.2,
+    "model": "LP-50",
+}
 USB_CHARGER = "ucsi-source-psy-USBC000:001"
 
 
@@ -33,9 +42,6 @@ class PowerSupplies:
         for name in [name for name in self._devices if name not in ("AC", "BAT0")]:
             self.remove(name)
         self.set_adapter(False)
-        # UPower reads a pack's capacities only when the pack is put in.
-        if self._batteries.get("BAT0", NEW_BATTERY) != NEW_BATTERY:
-            self.remove("BAT0")
         self.set_battery("BAT0", NEW_BATTERY)
 
     def set_battery(self, name, values):
@@ -55,25 +61,64 @@ class PowerSupplies:
         """Add a wireless mouse, which has a battery of its own."""
         name = "hid-00:1f:20:96:33:44-battery"
         bluetooth = self._bed.add_device("bluetooth", "usb1/bluetooth/hci0/hci0:01", None, [], [])
-        pointer = self._bed.add_device("input", "input2/mouse3", bluetooth, [],
-                                       ["DEVNAME", "input/mouse3", "ID_INPUT_MOUSE", "1"])
-        battery = self._add(name, bluetooth, {
-            "type": "Battery", "scope": "Device", "present": "1", "online": "1", "status": "Discharging",
-            "capacity": str(percent), "model_name": "Wireless mouse"})
+        pointer = self._bed.add_device(
+            "input", "input2/mouse3", bluetooth, [], ["DEVNAME", "input/mouse3", "ID_INPUT_MOUSE", "1"]
+        )
+        battery = self._add(
+            name,
+            bluetooth,
+            {
+                "type": "Battery",
+                "scope": "Device",
+                "present": "1",
+                "online": "1",
+                "status": "Discharging",
+                "capacity": str(percent),
+                "model_name": "Wireless mouse",
+            },
+        )
         self._devices[name] = [battery, pointer, bluetooth]
 
     def add_ups(self, percent):
         """Add an uninterruptible power supply at a USB port."""
-        self._devices["hiddev0"] = [self._bed.add_device("usbmisc", "hiddev0", None, [], [
-            "DEVNAME", "null", "UPOWER_VENDOR", "APC", "UPOWER_BATTERY_TYPE", "ups", "UPOWER_FAKE_DEVICE", "1",
-            "UPOWER_FAKE_HID_CHARGING", "0", "UPOWER_FAKE_HID_PERCENTAGE", str(percent)])]
+        self._devices["hiddev0"] = [
+            self._bed.add_device(
+                "usbmisc",
+                "hiddev0",
+                None,
+                [],
+                [
+                    "DEVNAME",
+                    "null",
+                    "UPOWER_VENDOR",
+                    "APC",
+                    "UPOWER_BATTERY_TYPE",
+                    "ups",
+                    "UPOWER_FAKE_DEVICE",
+                    "1",
+                    "UPOWER_FAKE_HID_CHARGING",
+                    "0",
+                    "UPOWER_FAKE_HID_PERCENTAGE",
+                    str(percent),
+                ],
+            )
+        ]
         self._bed.uevent(self._devices["hiddev0"][0], "add")
 
     def set_usb_charger(self, online, volts, amps):
         """Show a USB-C source with the most that it offers; it may be changed by a second call."""
-        self._show(USB_CHARGER, {
-            "type": "USB", "usb_type": "C [PD] PD_PPS", "online": str(int(online)), "voltage_max": _micro(volts),
-            "current_max": _micro(amps), "voltage_now": _micro(volts), "current_now": _micro(amps)})
+        self._show(
+            USB_CHARGER,
+            {
+                "type": "USB",
+                "usb_type": "C [PD] PD_PPS",
+                "online": str(int(online)),
+                "voltage_max": _micro(volts),
+                "current_max": _micro(amps),
+                "voltage_now": _micro(volts),
+                "current_now": _micro(amps),
+            },
+        )
 
     def remove(self, name):
         """Take a device away, and with it what was added for it."""
@@ -102,12 +147,22 @@ class PowerSupplies:
 
 def _battery_attributes(battery):
     return {
-        "type": "Battery", "scope": "System", "technology": "Li-ion", "manufacturer": "Lumora",
-        "present": str(int(battery["present"])), "status": battery["status"], "capacity": str(battery["percent"]),
-        "energy_full": _micro(battery["full"]), "energy_full_design": _micro(battery["design"]),
-        "energy_now": _micro(battery["full"] * battery["percent"] / 100), "power_now": _micro(battery["power"]),
-        "voltage_now": _micro(battery["voltage"]), "cycle_count": str(battery["cycles"]),
-        "temp": str(round(battery["temperature"] * 10)), "model_name": battery["model"]}
+        "type": "Battery",
+        "scope": "System",
+        "technology": "Li-ion",
+        "manufacturer": "Lumora",
+        "present": str(int(battery["present"])),
+        "status": battery["status"],
+        "capacity": str(battery["percent"]),
+        "energy_full": _micro(battery["full"]),
+        "energy_full_design": _micro(battery["design"]),
+        "energy_now": _micro(battery["full"] * battery["percent"] / 100),
+        "power_now": _micro(battery["power"]),
+        "voltage_now": _micro(battery["voltage"]),
+        "cycle_count": str(battery["cycles"]),
+        "temp": str(round(battery["temperature"] * 10)),
+        "model_name": battery["model"],
+    }
 
 
 def _micro(value):

@@ -6,7 +6,7 @@ import unittest
 
 from gi.repository import Gio, GLib
 
-from remote import RemoteLaptop, wait_for
+from lumora_testing.remote import PATIENCE_SECONDS, RemoteLaptop, wait_for
 
 UPOWER = "org.freedesktop.UPower"
 DEVICE = "org.freedesktop.UPower.Device"
@@ -41,14 +41,30 @@ class LaptopTest(unittest.TestCase):
     def signals(self, bus, interface, member):
         """A list that grows with the arguments of each signal."""
         received = []
-        subscription = bus.signal_subscribe(None, interface, member, None, None, Gio.DBusSignalFlags.NONE,
-                                            lambda *arguments: received.append(arguments[5].unpack()))
+        subscription = bus.signal_subscribe(
+            None,
+            interface,
+            member,
+            None,
+            None,
+            Gio.DBusSignalFlags.NONE,
+            lambda *arguments: received.append(arguments[5].unpack()),
+        )
         self.addCleanup(bus.signal_unsubscribe, subscription)
         return received
 
 
-def call(bus, service, path, interface, method, signature="()", *arguments, milliseconds=5000):
+def call(bus, service, path, interface, method, signature="()", *arguments, milliseconds=PATIENCE_SECONDS * 1000):
     """Call a method and give its first result."""
-    reply = bus.call_sync(service, path, interface, method, GLib.Variant(signature, arguments), None,
-                          Gio.DBusCallFlags.NO_AUTO_START, milliseconds, None)
+    reply = bus.call_sync(
+        service,
+        path,
+        interface,
+        method,
+        GLib.Variant(signature, arguments),
+        None,
+        Gio.DBusCallFlags.NO_AUTO_START,
+        milliseconds,
+        None,
+    )
     return reply.unpack()[0] if reply.n_children() else None

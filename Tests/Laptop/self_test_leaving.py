@@ -7,7 +7,7 @@ import subprocess
 import tempfile
 import unittest
 
-from remote import wait_for
+from lumora_testing.remote import PATIENCE_SECONDS, wait_for
 
 
 class LeavingTest(unittest.TestCase):
@@ -28,14 +28,14 @@ class LeavingTest(unittest.TestCase):
     def test_exit_code_and_logs(self):
         script = 'dirname "$HOME"; setsid sleep 1000 & test -z "$LD_PRELOAD"; exit $((7 + $?))'
         laptop = self.run_laptop(script)
-        output, errors = laptop.communicate(timeout=30)
+        output, errors = laptop.communicate(timeout=PATIENCE_SECONDS)
         self.assertEqual(laptop.returncode, 7)
         self.assertIn("--- upower.log", errors)
         self.assert_nothing_left(output.strip())
 
     def test_silence_on_success(self):
         laptop = self.run_laptop('dirname "$HOME"')
-        output, errors = laptop.communicate(timeout=30)
+        output, errors = laptop.communicate(timeout=PATIENCE_SECONDS)
         self.assertEqual((laptop.returncode, errors), (0, ""))
         self.assert_nothing_left(output.strip())
 
@@ -44,7 +44,7 @@ class LeavingTest(unittest.TestCase):
         folder = laptop.stdout.readline().strip()
         self.assertTrue(processes_of(folder))
         laptop.terminate()
-        laptop.communicate(timeout=30)
+        laptop.communicate(timeout=PATIENCE_SECONDS)
         self.assertEqual(laptop.returncode, 128 + 15)
         self.assert_nothing_left(folder)
 
@@ -54,7 +54,7 @@ class LeavingTest(unittest.TestCase):
             laptop = self.run_laptop("exit 0", env={**os.environ, "PATH": f"{folder}:{os.environ['PATH']}"})
             home = wait_for(lambda: read(f"{folder}/home").strip(), what="dunst")
             laptop.terminate()
-            laptop.communicate(timeout=30)
+            laptop.communicate(timeout=PATIENCE_SECONDS)
         self.assertEqual(laptop.returncode, 128 + 15)
         self.assert_nothing_left(os.path.dirname(home))
 
@@ -62,7 +62,7 @@ class LeavingTest(unittest.TestCase):
         laptop = self.run_laptop('dirname "$HOME"; exec sleep 1000')
         folder = laptop.stdout.readline().strip()
         laptop.kill()
-        laptop.communicate(timeout=30)
+        laptop.communicate(timeout=PATIENCE_SECONDS)
         wait_for(lambda: not processes_of(folder), what=f"no process of {folder}")
         subprocess.run(["rm", "-r", folder], check=True)
 
@@ -71,19 +71,19 @@ class LeavingTest(unittest.TestCase):
             write_program(f"{folder}/dunst", "#!/bin/sh\necho no colours left\nexit 1\n")
             path = f"{folder}:{os.environ['PATH']}"
             laptop = self.run_laptop("exit 0", env={**os.environ, "PATH": path})
-            _, errors = laptop.communicate(timeout=30)
+            _, errors = laptop.communicate(timeout=PATIENCE_SECONDS)
         self.assertEqual(laptop.returncode, 70)
         self.assertIn("no colours left", errors)
         self.assertEqual(errors.splitlines()[-1], "laptop: notifications: ended while starting")
 
     def test_a_command_that_is_not_there(self):
         laptop = self.run_laptop("", parts="logind", command=["/no/such/program"])
-        laptop.communicate(timeout=30)
+        laptop.communicate(timeout=PATIENCE_SECONDS)
         self.assertEqual(laptop.returncode, 127)
 
     def test_an_unknown_part(self):
         laptop = self.run_laptop("exit 0", parts="upower,teapot")
-        _, errors = laptop.communicate(timeout=30)
+        _, errors = laptop.communicate(timeout=PATIENCE_SECONDS)
         self.assertNotEqual(laptop.returncode, 0)
         self.assertIn("teapot", errors)
 

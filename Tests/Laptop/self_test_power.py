@@ -6,7 +6,7 @@ import os
 
 from gi.repository import GLib
 
-from remote import wait_for
+from lumora_testing.remote import wait_for
 from self_test_base import BATTERY, DEVICE, DEVICES, PROPERTIES, UPOWER, LaptopTest, call
 
 
@@ -18,9 +18,21 @@ class PowerTest(LaptopTest):
         return sorted(call(self.system, UPOWER, "/org/freedesktop/UPower", UPOWER, "EnumerateDevices"))
 
     def test_battery_at_the_start(self):
-        expected = {"Type": 2, "IsPresent": True, "PowerSupply": True, "State": 2, "Percentage": 60.0,
-                    "Energy": 27.0, "EnergyFull": 45.0, "EnergyFullDesign": 50.0, "EnergyRate": 10.0,
-                    "Voltage": 11.4, "ChargeCycles": 120, "Temperature": 31.2, "Model": "LP-50"}
+        expected = {
+            "Type": 2,
+            "IsPresent": True,
+            "PowerSupply": True,
+            "State": 2,
+            "Percentage": 60.0,
+            "Energy": 27.0,
+            "EnergyFull": 45.0,
+            "EnergyFullDesign": 50.0,
+            "EnergyRate": 10.0,
+            "Voltage": 11.4,
+            "ChargeCycles": 120,
+            "Temperature": 31.2,
+            "Model": "LP-50",
+        }
         for name, value in expected.items():
             self.wait_for_value(BATTERY, name, value)
         self.assertEqual(self.devices(), [BATTERY, f"{DEVICES}/line_power_AC"])
@@ -76,8 +88,15 @@ class PartsTest(LaptopTest):
     def owner(self):
         """Who owns UPower's name."""
         try:
-            return call(self.system, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-                        "GetNameOwner", "(s)", UPOWER)
+            return call(
+                self.system,
+                "org.freedesktop.DBus",
+                "/org/freedesktop/DBus",
+                "org.freedesktop.DBus",
+                "GetNameOwner",
+                "(s)",
+                UPOWER,
+            )
         except GLib.Error:
             return None
 
@@ -107,6 +126,9 @@ class PartsTest(LaptopTest):
             with self.subTest(part):
                 self.laptop.stop(part)
                 self.laptop.start(part)
+                percent = 60.0 if self.get(BATTERY, "Percentage") != 60.0 else 50.0
+                self.laptop.set_battery(percent=int(percent))
+                self.wait_for_value(BATTERY, "Percentage", percent)
 
     def test_burst_of_the_stand_in(self):
         self.laptop.mock_upower(True)

@@ -7,13 +7,16 @@ import os
 
 from gi.repository import Gio, GLib
 
-from remote import wait_for
+from lumora_testing.remote import wait_for
 from self_test_base import PROPERTIES, LaptopTest, call
 
 SERVER = "org.freedesktop.Notifications"
 SERVER_PATH = "/org/freedesktop/Notifications"
-STORE = ("org.freedesktop.impl.portal.PermissionStore", "/org/freedesktop/impl/portal/PermissionStore",
-         "org.freedesktop.impl.portal.PermissionStore")
+STORE = (
+    "org.freedesktop.impl.portal.PermissionStore",
+    "/org/freedesktop/impl/portal/PermissionStore",
+    "org.freedesktop.impl.portal.PermissionStore",
+)
 LOGIN = ("org.freedesktop.login1", "/org/freedesktop/login1", "org.freedesktop.login1.Manager")
 
 
@@ -25,16 +28,22 @@ class SystemServicesTest(LaptopTest):
         self.laptop.set_profile("power-saver")
         wait_for(lambda: ("net.hadess.PowerProfiles", {"ActiveProfile": "power-saver"}, []) in changes)
 
-    def test_new_profiles(self):
-        name = "org.freedesktop.UPower.PowerProfiles"
-        where = {"path": "/org/freedesktop/UPower/PowerProfiles", "interface": name, "service": name}
-        self.laptop.mock_new_profiles(True, "power-saver")
-        self.assertEqual(self.get(name="ActiveProfile", **where), "power-saver")
+    def test_profiles_of_two_names(self):
+        names = ("net.hadess.PowerProfiles", "org.freedesktop.UPower.PowerProfiles")
+
+        def told():
+            return [self.get(f"/{name.replace('.', '/')}", "ActiveProfile", name, name) for name in names]
+
+        self.laptop.mock_profiles("balanced", "power-saver")
+        self.assertEqual(told(), ["balanced", "power-saver"])
         changes = self.signals(self.system, PROPERTIES, "PropertiesChanged")
-        self.laptop.mock_new_profiles(True, "balanced")
-        wait_for(lambda: (name, {"ActiveProfile": "balanced"}, []) in changes)
-        self.laptop.mock_new_profiles(False)
-        self.assertIsNone(self.get(name="ActiveProfile", **where))
+        self.laptop.mock_profiles("balanced", "performance")
+        wait_for(lambda: (names[1], {"ActiveProfile": "performance"}, []) in changes)
+        self.laptop.mock_profiles("balanced", "")
+        self.assertEqual(told(), ["balanced", None])
+        self.laptop.start("profiles")
+        self.laptop.set_profile("power-saver")
+        self.assertEqual(told()[0], "power-saver")
 
     def test_sleep(self):
         signals = self.signals(self.system, LOGIN[2], "PrepareForSleep")
@@ -45,7 +54,8 @@ class SystemServicesTest(LaptopTest):
     def test_inhibitor(self):
         arguments = GLib.Variant("(ssss)", ("sleep", "self test", "why", "delay"))
         reply, descriptors = self.system.call_with_unix_fd_list_sync(
-            *LOGIN, "Inhibit", arguments, None, Gio.DBusCallFlags.NONE, 2000, None, None)
+            *LOGIN, "Inhibit", arguments, None, Gio.DBusCallFlags.NONE, -1, None, None
+        )
         descriptor = descriptors.get(reply.unpack()[0])
         del descriptors
         wait_for(lambda: [lock["open"] for lock in self.own_locks()] == [True])
@@ -60,8 +70,9 @@ class SystemServicesTest(LaptopTest):
         with self.assertRaisesRegex(GLib.Error, "NotFound"):
             call(self.session, *STORE, "Lookup", "(ss)", "notifications", "notification")
         call(self.session, *STORE, "SetPermission", "(sbssas)", "notifications", True, "notification", "an.app", ["no"])
-        self.assertEqual(call(self.session, *STORE, "Lookup", "(ss)", "notifications", "notification"),
-                         {"an.app": ["no"]})
+        self.assertEqual(
+            call(self.session, *STORE, "Lookup", "(ss)", "notifications", "notification"), {"an.app": ["no"]}
+        )
 
 
 class NotificationsTest(LaptopTest):
@@ -69,17 +80,43 @@ class NotificationsTest(LaptopTest):
 
     def notify(self, summary, replaces=0, actions=(), hints=None):
         """Send a notification and give its id."""
-        return call(self.session, SERVER, SERVER_PATH, SERVER, "Notify", "(susssasa{sv}i)", "self test", replaces,
-                    "", summary, "body", actions, hints or {}, -1)
+        return call(
+            self.session,
+            SERVER,
+            SERVER_PATH,
+            SERVER,
+            "Notify",
+            "(susssasa{sv}i)",
+            "self test",
+            replaces,
+            "",
+            summary,
+            "body",
+            actions,
+            hints or {},
+            -1,
+        )
 
     def test_recorded_and_replaced(self):
         first = self.notify("one", actions=["default", "Open"], hints={"urgency": GLib.Variant("y", 2)})
         self.assertEqual(self.notify("two", first), first)
         one, two = self.laptop.notifications()
-        self.assertEqual(one, {
-            "app_name": "self test", "replaces_id": 0, "icon": "", "summary": "one", "body": "body",
-            "actions": ["default", "Open"], "hints": {"urgency": 2}, "expire": -1, "id": first,
-            "sender": self.session.get_unique_name()})
+        self.assertEqual(
+            one,
+            {
+                "app_name": "self test",
+                "replaces_id": 0,
+                "icon": "",
+                "summary": "one",
+                "body": "body",
+                "actions": ["default", "Open"],
+                "hints": {"urgency": 2},
+                "expire": -1,
+                "id": first,
+                "sender": self.session.get_unique_name(),
+                "starts": False,
+            },
+        )
         self.assertEqual((two["summary"], two["replaces_id"], two["id"]), ("two", first, first))
         self.laptop.clear_notifications()
         self.assertEqual(self.laptop.notifications(), [])

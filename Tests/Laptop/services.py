@@ -8,9 +8,7 @@ import signal
 from gi.repository import Gio, GLib
 
 from environment import with_preload
-from processes import LaptopError, Process, wait_until
-
-START_SECONDS = 15
+from processes import PATIENCE_SECONDS, LaptopError, Process, wait_until
 
 
 class Service:
@@ -73,13 +71,21 @@ class BusService(Service):
 
     def end(self, number):
         super().end(number)
-        wait_until(lambda: not self._bus.owner(self._bus_name), 5, f"{self._bus_name} to be free")
+        wait_until(lambda: not self._bus.owner(self._bus_name), f"{self._bus_name} to be free")
 
     def _ask(self):
         self._bus.connection.call(
-            self._bus_name, self._path, "org.freedesktop.DBus.Properties", "GetAll",
-            GLib.Variant("(s)", (self._bus_name,)), None, Gio.DBusCallFlags.NO_AUTO_START,
-            START_SECONDS * 1000, None, self._on_answer)
+            self._bus_name,
+            self._path,
+            "org.freedesktop.DBus.Properties",
+            "GetAll",
+            GLib.Variant("(s)", (self._bus_name,)),
+            None,
+            Gio.DBusCallFlags.NO_AUTO_START,
+            PATIENCE_SECONDS * 1000,
+            None,
+            self._on_answer,
+        )
 
     def _on_answer(self, connection, result):
         try:
@@ -143,7 +149,7 @@ class Services:
     def run_besides(self, service):
         """Start a service that is not one of the laptop's parts, and wait until it serves."""
         service.start(self._environment, self._folder)
-        wait_until(lambda: self._serves(service), START_SECONDS, f"start of {service.name}")
+        wait_until(lambda: self._serves(service), f"start of {service.name}")
 
     def end(self, name, number):
         """End a service with a signal."""
@@ -190,7 +196,7 @@ class Services:
             self._move_on(waiting, starting)
             return not waiting and not starting
 
-        wait_until(all_ready, START_SECONDS, f"start of {', '.join(names)}")
+        wait_until(all_ready, f"start of {', '.join(names)}")
 
     @staticmethod
     def _serves(service):

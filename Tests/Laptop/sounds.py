@@ -22,8 +22,10 @@ class Sounds:
 
     def played(self):
         """For each stream its event id, or its file, or its name."""
-        return [stream.get("event.id") or stream.get("media.filename") or stream.get("media.name", "")
-                for stream in self._streams()]
+        return [
+            stream.get("event.id") or stream.get("media.filename") or stream.get("media.name", "")
+            for stream in self._streams()
+        ]
 
     def _streams(self):
         streams, current = [], None

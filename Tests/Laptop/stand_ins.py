@@ -6,8 +6,9 @@ import time
 
 from gi.repository import GLib
 
-from buses import give_up, own
 from bus_object import BusObject
+from buses import give_up, own
+from processes import LaptopError
 
 UPOWER = "org.freedesktop.UPower"
 UPOWER_PATH = "/org/freedesktop/UPower"
@@ -19,44 +20,105 @@ PORTAL = "org.freedesktop.portal.Desktop"
 PORTAL_PATH = "/org/freedesktop/portal/desktop"
 SETTINGS = "org.freedesktop.portal.Settings"
 APPEARANCE = "org.freedesktop.appearance"
-NEW_PROFILES = "org.freedesktop.UPower.PowerProfiles"
 
 DAEMON = {"DaemonVersion": "s 0.99.20", "OnBattery": "b 1", "LidIsClosed": "b 0", "LidIsPresent": "b 1"}
 BATTERY = {
-    "NativePath": "s BAT0", "Vendor": "s Lumora", "Model": "s LP-50", "Serial": "s ", "UpdateTime": "t 0",
-    "Type": "u 2", "PowerSupply": "b 1", "HasHistory": "b 1", "HasStatistics": "b 1", "Online": "b 0",
-    "Energy": "d 27", "EnergyEmpty": "d 0", "EnergyFull": "d 45", "EnergyFullDesign": "d 50", "EnergyRate": "d 10",
-    "Voltage": "d 11.4", "ChargeCycles": "i 120", "Luminosity": "d 0", "TimeToEmpty": "x 9720", "TimeToFull": "x 0",
-    "Percentage": "d 60", "Temperature": "d 31.2", "IsPresent": "b 1", "State": "u 2", "IsRechargeable": "b 1",
-    "Capacity": "d 90", "Technology": "u 1", "WarningLevel": "u 1", "BatteryLevel": "u 1",
-    "IconName": "s battery-good-symbolic"}
+    "NativePath": "s BAT0",
+    "Vendor": "s Lumora",
+    "Model": "s LP-50",
+    "Serial": "s ",
+    "UpdateTime": "t 0",
+    "Type": "u 2",
+    "PowerSupply": "b 1",
+    "HasHistory": "b 1",
+    "HasStatistics": "b 1",
+    "Online": "b 0",
+    "Energy": "d 27",
+    "EnergyEmpty": "d 0",
+    "EnergyFull": "d 45",
+    "EnergyFullDesign": "d 50",
+    "EnergyRate": "d 10",
+    "Voltage": "d 11.4",
+    "ChargeCycles": "i 120",
+    "Luminosity": "d 0",
+    "TimeToEmpty": "x 9720",
+    "TimeToFull": "x 0",
+    "Percentage": "d 60",
+    "Temperature": "d 31.2",
+    "IsPresent": "b 1",
+    "State": "u 2",
+    "IsRechargeable": "b 1",
+    "Capacity": "d 90",
+    "Technology": "u 1",
+    "WarningLevel": "u 1",
+    "BatteryLevel": "u 1",
+    "IconName": "s battery-good-symbolic",
+}
 ADAPTER = BATTERY | {
-    "NativePath": "s AC", "Vendor": "s ", "Model": "s ", "Type": "u 1", "HasHistory": "b 0", "HasStatistics": "b 0",
-    "Energy": "d 0", "EnergyFull": "d 0", "EnergyFullDesign": "d 0", "EnergyRate": "d 0", "Voltage": "d 0",
-    "ChargeCycles": "i -1", "TimeToEmpty": "x 0", "Percentage": "d 0", "Temperature": "d 0", "IsPresent": "b 0",
-    "State": "u 0", "IsRechargeable": "b 0", "Capacity": "d 0", "Technology": "u 0",
-    "IconName": "s ac-adapter-symbolic"}
+    "NativePath": "s AC",
+    "Vendor": "s ",
+    "Model": "s ",
+    "Type": "u 1",
+    "HasHistory": "b 0",
+    "HasStatistics": "b 0",
+    "Energy": "d 0",
+    "EnergyFull": "d 0",
+    "EnergyFullDesign": "d 0",
+    "EnergyRate": "d 0",
+    "Voltage": "d 0",
+    "ChargeCycles": "i -1",
+    "TimeToEmpty": "x 0",
+    "Percentage": "d 0",
+    "Temperature": "d 0",
+    "IsPresent": "b 0",
+    "State": "u 0",
+    "IsRechargeable": "b 0",
+    "Capacity": "d 0",
+    "Technology": "u 0",
+    "IconName": "s ac-adapter-symbolic",
+}
 DISPLAY = BATTERY | {
-    "NativePath": "s ", "Vendor": "s ", "Model": "s ", "EnergyFullDesign": "d 0", "Voltage": "d 0",
-    "ChargeCycles": "i 0", "Temperature": "d 0", "Capacity": "d 0", "Technology": "u 0"}
+    "NativePath": "s ",
+    "Vendor": "s ",
+    "Model": "s ",
+    "EnergyFullDesign": "d 0",
+    "Voltage": "d 0",
+    "ChargeCycles": "i 0",
+    "Temperature": "d 0",
+    "Capacity": "d 0",
+    "Technology": "u 0",
+}
 CONVERT = {"s": str, "d": float, "b": lambda text: text == "1"}
 
 
 class MockUPower:
     """A UPower of one battery and one adapter, whose battery says whatever a test wants it to say."""
 
-    def __init__(self, system, delay_ms):
+    def __init__(self, system, delay_ms, refusals):
         self._connection = system.connect()
-        devices = GLib.Variant("(ao)", ([BATTERY_PATH, ADAPTER_PATH],)).unpack()
-        BusObject(self._connection, UPOWER_PATH, UPOWER, {
-            "EnumerateDevices": ("", "ao", lambda: devices),
-            "GetDisplayDevice": ("", "o", lambda: (DISPLAY_PATH,)),
-            "GetCriticalAction": ("", "s", lambda: ("HybridSleep",))}, _variants(DAEMON))
+        self._refusals = refusals
+        BusObject(
+            self._connection,
+            UPOWER_PATH,
+            UPOWER,
+            {
+                "EnumerateDevices": ("", "ao", self._devices),
+                "GetDisplayDevice": ("", "o", lambda: (DISPLAY_PATH,)),
+                "GetCriticalAction": ("", "s", lambda: ("HybridSleep",)),
+            },
+            _variants(DAEMON),
+        )
         BusObject(self._connection, ADAPTER_PATH, DEVICE, _device_methods(), _variants(ADAPTER))
         BusObject(self._connection, DISPLAY_PATH, DEVICE, _device_methods(), _variants(DISPLAY))
         self._battery = BusObject(self._connection, BATTERY_PATH, DEVICE, _device_methods(), _variants(BATTERY))
         self._battery.delay_ms = delay_ms
         own(self._connection, UPOWER)
+
+    def _devices(self):
+        if self._refusals:
+            self._refusals -= 1
+            raise LaptopError("not now")
+        return ([BATTERY_PATH, ADAPTER_PATH],)
 
     def remove(self):
         """Leave the bus."""
@@ -73,29 +135,30 @@ class MockUPower:
         self._connection.flush_sync(None)
 
 
-class NewProfiles:
-    """The power-profiles daemon by the bus name that its newer releases have."""
+class MockProfiles:
+    """The power-profiles daemon's two bus names, each with a profile of its own."""
 
     def __init__(self, system):
         self._connection = system.connect()
-        self._object = None
+        self._objects = {}
 
-    def show(self, profile):
-        """Own the name, with this profile active."""
+    def show(self, name, profile):
+        """Own a name with this profile active, or with none give it up."""
         active = GLib.Variant("s", profile)
-        if self._object:
-            self._object.change({"ActiveProfile": active})
-            return
-        path = "/" + NEW_PROFILES.replace(".", "/")
-        self._object = BusObject(self._connection, path, NEW_PROFILES, {}, {"ActiveProfile": active})
-        own(self._connection, NEW_PROFILES)
+        if name in self._objects and profile:
+            self._objects[name].change({"ActiveProfile": active})
+        elif profile:
+            self._objects[name] = BusObject(
+                self._connection, "/" + name.replace(".", "/"), name, {}, {"ActiveProfile": active}
+            )
+            own(self._connection, name)
+        elif name in self._objects:
+            give_up(self._connection, name)
+            self._objects.pop(name).remove()
 
-    def hide(self):
-        """Give the name up."""
-        if self._object:
-            give_up(self._connection, NEW_PROFILES)
-            self._object.remove()
-            self._object = None
+    def remove(self):
+        """Leave the bus."""
+        self._connection.close_sync(None)
 
 
 class SettingsPortal:
@@ -107,16 +170,28 @@ class SettingsPortal:
         self._wishes = {}
 
     def set(self, key, value):
-        """Own the portal's name, and announce a wish: a GLib.Variant of any type. Another namespace than the
-        one for looks stands before the key with a blank between."""
+        """Announce a wish, a GLib.Variant of any type, or start with it: a portal that starts announces nothing.
+        Another namespace than the one for looks stands before the key with a blank between."""
         space, _, key = key.rpartition(" ")
         space = space or APPEARANCE
         self._wishes.setdefault(space, {})[key] = value
         if not self._object:
-            self._object = BusObject(self._connection, PORTAL_PATH, SETTINGS, {
-                "ReadAll": ("as", "a{sa{sv}}", lambda namespaces: (
-                    {space: wishes for space, wishes in self._wishes.items() if space in namespaces},))})
+            self._object = BusObject(
+                self._connection,
+                PORTAL_PATH,
+                SETTINGS,
+                {
+                    "ReadAll": (
+                        "as",
+                        "a{sa{sv}}",
+                        lambda namespaces: (
+                            {space: wishes for space, wishes in self._wishes.items() if space in namespaces},
+                        ),
+                    )
+                },
+            )
             own(self._connection, PORTAL)
+            return
         self._object.emit("SettingChanged", GLib.Variant("(ssv)", (space, key, value)))
 
     def slow(self, delay_ms):

@@ -12,10 +12,8 @@ import sys
 import tempfile
 import unittest
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "EndToEnd"))
-
-from bundle import Lumora, forget, start_again, windows  # noqa: E402
-from remote import RemoteLaptop, wait_for  # noqa: E402
+from lumora_testing.bundle import Lumora, forget, start_again, windows
+from lumora_testing.remote import RemoteLaptop, wait_for
 
 BUILD = pathlib.Path(sys.argv.pop())
 BUNDLE = "usr/lib/lumora/Lumora.app"
@@ -56,8 +54,15 @@ class Root:
 
     def dpkg(self, *arguments):
         """dpkg for this root, where nothing that Lumora depends on is installed."""
-        return output("dpkg", f"--root={self.folder}", "--force-not-root", "--force-depends", "--force-bad-path",
-                      f"--log={self.folder}/log", *arguments)
+        return output(
+            "dpkg",
+            f"--root={self.folder}",
+            "--force-not-root",
+            "--force-depends",
+            "--force-bad-path",
+            f"--log={self.folder}/log",
+            *arguments,
+        )
 
     def files(self):
         """Every file in it but dpkg's."""
@@ -92,11 +97,15 @@ class Package(unittest.TestCase):
 
     def test_has_all_that_a_desktop_looks_for(self):
         files = self.root.files()
-        for file in ("usr/bin/lumora", "usr/share/applications/org.lumora.Lumora.desktop",
-                     "usr/share/dbus-1/services/org.lumora.Lumora.service",
-                     "usr/share/icons/hicolor/scalable/apps/org.lumora.Lumora.svg",
-                     "usr/share/metainfo/org.lumora.Lumora.metainfo.xml", "usr/share/man/man1/lumora.1.gz",
-                     "usr/share/doc/lumora/copyright"):
+        for file in (
+            "usr/bin/lumora",
+            "usr/share/applications/org.lumora.Lumora.desktop",
+            "usr/share/dbus-1/services/org.lumora.Lumora.service",
+            "usr/share/icons/hicolor/scalable/apps/org.lumora.Lumora.svg",
+            "usr/share/metainfo/org.lumora.Lumora.metainfo.xml",
+            "usr/share/man/man1/lumora.1.gz",
+            "usr/share/doc/lumora/copyright",
+        ):
             self.assertIn(file, files)
         self.assertEqual((self.root.folder / "usr/bin/lumora").resolve(), (self.bundle() / "lumora").resolve())
         service = (self.root.folder / "usr/share/dbus-1/services/org.lumora.Lumora.service").read_text()
@@ -109,8 +118,13 @@ class Package(unittest.TestCase):
 
     def test_the_manual_page_is_well_formed_and_says_that_there_are_no_options(self):
         page = self.root.folder / "usr/share/man/man1/lumora.1.gz"
-        shown = subprocess.run(["man", "--warnings", "-l", page], capture_output=True, text=True, check=True,
-                               env={**os.environ, "MANWIDTH": "80", "LC_ALL": "C.UTF-8"})
+        shown = subprocess.run(
+            ["man", "--warnings", "-l", page],
+            capture_output=True,
+            text=True,
+            check=True,
+            env={**os.environ, "MANWIDTH": "80", "LC_ALL": "C.UTF-8"},
+        )
         self.assertEqual(shown.stderr, "")
         self.assertIn("There are no options.", " ".join(shown.stdout.split()))
 
@@ -126,33 +140,36 @@ class Package(unittest.TestCase):
             self.assertIn("GNU_RELRO", segments, name)
             self.assertRegex(segments, r"GNU_STACK.* RW ", name)
             self.assertTrue("__stack_chk_fail" in output("readelf", "-W", "--dyn-syms", file), name)
-        commands = [entry["command"] for entry in json.loads((BUILD / "compile_commands.json").read_text())
-                    if "/App/" in entry["file"]]
+        commands = [
+            entry["command"]
+            for entry in json.loads((BUILD / "compile_commands.json").read_text())
+            if "/App/" in entry["file"]
+        ]
         self.assertGreater(len(commands), 50)
         for command in commands:
             self.assertRegex(command, r" -O[23] .* -D_FORTIFY_SOURCE=3 ")
 
     def test_runs_from_where_it_is_installed(self):
         with Lumora(self.bundle()) as lumora:
-            wait_for(lumora.history, 10, "the first sample")
+            wait_for(lumora.history, "the first sample")
             start_again(self.bundle())
-            wait_for(lambda: windows("Lumora"), 10, "the popover")
+            wait_for(lambda: windows("Lumora"), "the popover")
             self.assertEqual(lumora.end(), 0)
 
     def test_goes_on_while_it_is_upgraded(self):
         with Lumora(self.bundle()) as lumora:
-            wait_for(lumora.history, 10, "the first sample")
+            wait_for(lumora.history, "the first sample")
             self.root.dpkg("--install", next_release(self.package, self.folder / "next"))
             self.assertEqual((self.root.folder / VIEWS).read_text(), "of another time")
             start_again(self.bundle())
-            wait_for(lambda: windows("Lumora"), 10, "the popover of the release that runs")
+            wait_for(lambda: windows("Lumora"), "the popover of the release that runs")
             self.assertEqual(lumora.end(), 0)
         with Lumora(self.bundle()) as lumora:
-            wait_for(lambda: len(lumora.history()) == 2, 10, "the history of both releases")
+            wait_for(lambda: len(lumora.history()) == 2, "the history of both releases")
 
     def test_leaves_nothing_but_the_users_files(self):
         with Lumora(self.bundle()) as lumora:
-            wait_for(lumora.history, 10, "the first sample")
+            wait_for(lumora.history, "the first sample")
             self.root.dpkg("--remove", "lumora")
             self.assertEqual(self.root.files(), set())
             self.assertIsNone(lumora.process.poll())

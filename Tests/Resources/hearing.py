@@ -30,16 +30,20 @@ def format_of(file):
 
 def decoded(file):
     """The samples of a file, full scale being 1."""
-    raw = subprocess.run(["oggdec", "--quiet", "--raw", "--bits=16", "--output=-", file], capture_output=True,
-                         check=True).stdout
+    raw = subprocess.run(
+        ["oggdec", "--quiet", "--raw", "--bits=16", "--output=-", file], capture_output=True, check=True
+    ).stdout
     return [value / 32768 for value, in struct.iter_unpack("<h", raw)]
 
 
 def true_peak(sound):
     """The highest level of the curve through the samples, read at four times as many places."""
     padded = [0.0] * TAPS + sound + [0.0] * TAPS
-    return max(abs(sum(map(operator.mul, taps, padded[start:start + TAPS])))
-               for taps in _interpolators() for start in range(len(padded) - TAPS + 1))
+    return max(
+        abs(sum(map(operator.mul, taps, padded[start : start + TAPS])))
+        for taps in _interpolators()
+        for start in range(len(padded) - TAPS + 1)
+    )
 
 
 def fingerprint(sound, rate):
@@ -47,12 +51,12 @@ def fingerprint(sound, rate):
     cells = [[0.0] * (HALF_OCTAVES + 1) for _ in range(SLICES)]
     for start in range(0, len(sound) - FRAME, FRAME // 2):
         heard = cells[int((start + FRAME / 2) / rate / LONGEST_SECONDS * SLICES)]
-        for number, power in enumerate(_powers(sound[start:start + FRAME])):
+        for number, power in enumerate(_powers(sound[start : start + FRAME])):
             share, place = math.modf(2 * math.log2(max(1, number * rate / FRAME / LOWEST_HERTZ)))
             if place < HALF_OCTAVES:
                 heard[int(place)] += (1 - share) * power
                 heard[int(place) + 1] += share * power
-    return [power ** STEVENS_EXPONENT for cell in cells for power in cell]
+    return [power**STEVENS_EXPONENT for cell in cells for power in cell]
 
 
 def distance(one, other):
@@ -63,17 +67,18 @@ def distance(one, other):
 @functools.cache
 def _interpolators():
     """A windowed sinc for each place between two samples, and for the sample itself."""
+
     def tap(place):
         window = 0.5 + 0.5 * math.cos(2 * math.pi * place / (TAPS + 1))
         return window * (math.sin(math.pi * place) / (math.pi * place) if place else 1.0)
-    return [[tap(number - TAPS // 2 + phase / OVERSAMPLING) for number in range(TAPS)]
-            for phase in range(OVERSAMPLING)]
+
+    return [[tap(number - TAPS // 2 + phase / OVERSAMPLING) for number in range(TAPS)] for phase in range(OVERSAMPLING)]
 
 
 def _powers(frame):
     """The power at each multiple of the frame's frequency."""
     windowed = [value * (0.5 - 0.5 * math.cos(2 * math.pi * place / FRAME)) for place, value in enumerate(frame)]
-    return [abs(value) ** 2 for value in _transform(windowed)[:FRAME // 2]]
+    return [abs(value) ** 2 for value in _transform(windowed)[: FRAME // 2]]
 
 
 def _transform(values):

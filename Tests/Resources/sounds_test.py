@@ -12,13 +12,25 @@ import unittest
 
 sys.dont_write_bytecode = True
 SOURCES = pathlib.Path(__file__).resolve().parents[2] / "Resources" / "Sounds"
-sys.path.insert(0, str(SOURCES))
-
 from hearing import decoded, distance, fingerprint, format_of, true_peak  # noqa: E402
 from loudness import loudness  # noqa: E402
 
-NAMES = ["Basso", "Blow", "Bottle", "Frog", "Funk", "Glass", "Hero", "Morse", "Ping", "Pop", "Purr", "Sosumi",
-         "Submarine", "Tink"]
+NAMES = [
+    "Basso",
+    "Blow",
+    "Bottle",
+    "Frog",
+    "Funk",
+    "Glass",
+    "Hero",
+    "Morse",
+    "Ping",
+    "Pop",
+    "Purr",
+    "Sosumi",
+    "Submarine",
+    "Tink",
+]
 RATE = 48000
 LOUDNESS_LUFS = -18
 LARGEST_BYTES = 20000

@@ -13,8 +13,7 @@ from gi.repository import Gdk, GdkPixbuf, Gtk  # noqa: E402
 
 FOLDER = pathlib.Path(sys.argv.pop(1) if len(sys.argv) > 1 else "Resources/Icons")
 LEVELS = ["battery.0", "battery.25", "battery.50", "battery.75", "battery.100"]
-NAMES = LEVELS + ["battery.100percent", "battery.100.bolt", "bolt.fill", "powerplug.fill",
-                  "powerplug"]
+NAMES = LEVELS + ["battery.100percent", "battery.100.bolt", "bolt.fill", "powerplug.fill", "powerplug"]
 EACH = [(symbol, size) for symbol in NAMES for size in (16, 22, 24, 32, 48, 64)]
 GREY = (0x80, 0x80, 0x80)
 
@@ -30,8 +29,8 @@ def source(symbol):
 def pixels(picture):
     """Red, green, blue and alpha of each pixel, row by row."""
     data, width = picture.get_pixels(), picture.get_width()
-    rows = (data[y * picture.get_rowstride():][:4 * width] for y in range(picture.get_height()))
-    return [tuple(row[4 * x:4 * x + 4]) for row in rows for x in range(width)]
+    rows = (data[y * picture.get_rowstride() :][: 4 * width] for y in range(picture.get_height()))
+    return [tuple(row[4 * x : 4 * x + 4]) for row in rows for x in range(width)]
 
 
 def as_it_is(svg, size):
@@ -86,13 +85,12 @@ class Symbols(unittest.TestCase):
     def test_each_looks_different_at_the_smallest_size(self):
         pictures = {symbol: as_it_is(source(symbol), 16) for symbol in NAMES}
         for one in NAMES:
-            for other in NAMES[:NAMES.index(one)]:
+            for other in NAMES[: NAMES.index(one)]:
                 with self.subTest(one=one, other=other):
                     self.assertGreaterEqual(differences(pictures[one], pictures[other]), 12)
 
     def test_the_levels_rise_in_whole_pixels(self):
-        opaque = [sum(pixel[3] > 250 for pixel in as_it_is(source(symbol), 16))
-                  for symbol in LEVELS]
+        opaque = [sum(pixel[3] > 250 for pixel in as_it_is(source(symbol), 16)) for symbol in LEVELS]
         steps = [after - before for before, after in zip(opaque, opaque[1:])]
         self.assertGreaterEqual(min(steps), 12, opaque)
 

@@ -14,15 +14,19 @@ import sys
 import tempfile
 import unittest
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "EndToEnd"))
+from gi.repository import Gio
 
-from bundle import Lumora, forget, windows  # noqa: E402
-from remote import RemoteLaptop, wait_for  # noqa: E402
+from confine import landlock_version
+from lumora_testing.bundle import Lumora, forget, windows
+from lumora_testing.descriptors import descriptors, expect_no_more
+from lumora_testing.remote import PATIENCE_SECONDS, RemoteLaptop, wait_for
 
 UNIT, BUNDLE = sys.argv.pop(1), sys.argv.pop()
 APPLICATION = "org.lumora.Lumora"
 FOLDERS = [pathlib.Path(os.environ[name]) / "Lumora" for name in ("XDG_DATA_HOME", "XDG_CONFIG_HOME")]
+CONFINED = [sys.executable, pathlib.Path(__file__).with_name("confine.py"), *FOLDERS, "--"]
 MOST_EXPOSED = 1.5
+INTRUDER = pathlib.Path(__file__).with_name("intruder.py")
 
 
 class Confined(Lumora):
@@ -31,10 +35,7 @@ class Confined(Lumora):
     def __enter__(self):
         for folder in FOLDERS:
             folder.mkdir(parents=True, exist_ok=True)
-        own = [word for folder in FOLDERS for word in ("--bind", folder, folder)]
-        self.process = subprocess.Popen([
-            "bwrap", "--ro-bind", "/", "/", "--dev", "/dev", *own, "--unshare-net", "--unshare-uts", "--unshare-ipc",
-            "--cap-drop", "ALL", "--new-session", "--die-with-parent", self._executable], env=self._environment)
+        self.process = subprocess.Popen([*CONFINED, self._executable], env=self._environment)
         return self
 
 
@@ -51,18 +52,38 @@ class Sandbox(unittest.TestCase):
         self.laptop.reset()
         forget()
 
+    def test_the_doors_are_closed(self):
+        for folder in FOLDERS:
+            folder.mkdir(parents=True, exist_ok=True)
+        which = "files" if landlock_version() else "no files"
+        if which == "no files":
+            print("there is no Landlock here: nothing can keep a program from files")
+        for folder in FOLDERS:
+            opened = subprocess.check_output([*CONFINED, sys.executable, INTRUDER, folder, which], text=True)
+            self.assertEqual(opened, "")
+
+    def leaves_no_file_open(self, lumora):
+        """The battery changes; the first time makes what is kept."""
+        bus, before = Gio.bus_get_sync(Gio.BusType.SESSION), None
+        for percent in range(40, 60):
+            self.laptop.set_battery(percent=percent)
+            wait_for(lambda p=percent: f"{p}%" in lumora.state(bus), f"{percent} %")
+            before = before or descriptors(lumora.process.pid)
+        expect_no_more(lumora.process.pid, before)
+
     def test_does_everything_in_there(self):
         with Confined(BUNDLE) as lumora:
-            wait_for(lumora.history, 10, "the first sample")
+            wait_for(lumora.history, "the first sample")
+            self.leaves_no_file_open(lumora)
             self.laptop.set_battery(percent=15)
-            wait_for(lambda: len(self.laptop.notifications()) == 2, 10, "the reminders")
-            wait_for(lambda: len(self.laptop.sounds()) == 2, 10, "their sounds")
+            wait_for(lambda: len(self.laptop.notifications()) == 2, "the reminders")
+            wait_for(lambda: len(self.laptop.sounds()) == 2, "their sounds")
             subprocess.check_call(["gapplication", "launch", APPLICATION])
-            wait_for(lambda: windows("Lumora"), 10, "the popover")
+            wait_for(lambda: windows("Lumora"), "the popover")
             subprocess.check_call(["gapplication", "action", APPLICATION, "settings"])
-            wait_for(lambda: windows("Lumora Settings"), 10, "the settings")
+            wait_for(lambda: windows("Lumora Settings"), "the settings")
             subprocess.check_call(["gapplication", "action", APPLICATION, "quit"])
-            self.assertEqual(lumora.process.wait(10), 0)
+            self.assertEqual(lumora.process.wait(PATIENCE_SECONDS), 0)
             self.assertEqual(lumora.history()[-1]["p"], 15)
 
     def test_what_it_leaves_is_for_its_user_alone(self):
@@ -72,12 +93,12 @@ class Sandbox(unittest.TestCase):
         before = os.umask(0)
         try:
             with Lumora(BUNDLE) as lumora:
-                wait_for(lumora.history, 10, "the first sample")
+                wait_for(lumora.history, "the first sample")
                 self.laptop.set_battery(percent=15)
-                number = wait_for(lambda: [sent["id"] for sent in self.laptop.notifications()][:1], 10, "a reminder")
-                wait_for(lambda: self.laptop.notifications()[0]["id"], 10, "its id")
+                number = wait_for(lambda: [sent["id"] for sent in self.laptop.notifications()][:1], "a reminder")
+                wait_for(lambda: self.laptop.notifications()[0]["id"], "its id")
                 self.laptop.press_action(self.laptop.notifications()[0]["id"])
-                wait_for(lumora.settings, 10, f"the snooze of {number}")
+                wait_for(lumora.settings, f"the snooze of {number}")
                 self.assertEqual(lumora.end(), 0)
         finally:
             os.umask(before)
@@ -87,16 +108,21 @@ class Sandbox(unittest.TestCase):
 
     def test_no_text_carries_markup(self):
         with Lumora(BUNDLE) as lumora:
-            wait_for(lumora.history, 10, "the first sample")
+            wait_for(lumora.history, "the first sample")
             self.laptop.set_battery(percent=15, model="<b>&amp;</b>")
-            wait_for(lambda: len(self.laptop.notifications()) == 2, 10, "the reminders")
+            wait_for(lambda: len(self.laptop.notifications()) == 2, "the reminders")
             for sent in self.laptop.notifications():
                 self.assertNotRegex(sent["summary"] + sent["body"], "[<>&]")
 
     def test_the_unit_closes_nearly_all_doors(self):
         with tempfile.TemporaryDirectory() as folder:
-            told = subprocess.run(["systemd-analyze", "security", "--offline=true", UNIT], check=True, text=True,
-                                  capture_output=True, env={**os.environ, "XDG_RUNTIME_DIR": folder}).stdout
+            told = subprocess.run(
+                ["systemd-analyze", "security", "--offline=true", UNIT],
+                check=True,
+                text=True,
+                capture_output=True,
+                env={**os.environ, "XDG_RUNTIME_DIR": folder},
+            ).stdout
         exposed = float(re.search(r"Overall exposure level.*: ([\d.]+)", told).group(1))
         print(f"exposure {exposed}")
         self.assertLessEqual(exposed, MOST_EXPOSED)

@@ -10,13 +10,11 @@ import pathlib
 import sys
 import time
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent.parent / "Benchmarks"))
+from gi.repository import Gio, GLib
 
-from saving import SAMPLES, Saver, leftovers, prepare  # noqa: E402
-
-from gi.repository import Gio, GLib  # noqa: E402
-from remote import RemoteLaptop  # noqa: E402
-from resident import status  # noqa: E402
+from lumora_testing.figures import status
+from lumora_testing.remote import RemoteLaptop
+from lumora_testing.saving import SAMPLES, Saver, leftovers, prepare
 
 PARTS = 30
 CHANGES = 100_000
@@ -35,8 +33,10 @@ def taken(process):
 
 def wake_ups(process):
     """Voluntary context switches so far, by thread."""
-    return {thread.name: status(thread / "status", "voluntary_ctxt_switches")
-            for thread in pathlib.Path(f"/proc/{process}/task").iterdir()}
+    return {
+        thread.name: status(thread / "status", "voluntary_ctxt_switches")
+        for thread in pathlib.Path(f"/proc/{process}/task").iterdir()
+    }
 
 
 class Work:
@@ -50,8 +50,17 @@ class Work:
 
     def toggle(self):
         """Open the popover, or close it; it is done when this returns."""
-        self._bus.call_sync(APPLICATION, "/org/lumora/Lumora", "org.freedesktop.Application", "Activate",
-                            GLib.Variant("(a{sv})", ({},)), None, 0, 10_000, None)
+        self._bus.call_sync(
+            APPLICATION,
+            "/org/lumora/Lumora",
+            "org.freedesktop.Application",
+            "Activate",
+            GLib.Variant("(a{sv})", ({},)),
+            None,
+            0,
+            10_000,
+            None,
+        )
 
     def do_part(self):
         """A thirtieth of all; what is taken then."""
@@ -92,8 +101,10 @@ def main():
         samples = len(lumora.history()) - SAMPLES
     first, last = found[0], found[-1]
     growth, files = last[0] - first[0], last[1] - first[1]
-    print(f"{work.changes} changes and {work.openings} openings: {growth:+} kB, {samples} samples among them, and {files:+} files since the first "
-          f"part; {woken:.2f} wake-ups a minute when nothing happens; exit code {code}")
+    print(
+        f"{work.changes} changes and {work.openings} openings: {growth:+} kB, {samples} samples among them, and "
+        f"{files:+} files since the first part; {woken:.2f} wake-ups a minute when nothing happens; exit code {code}"
+    )
     well = growth <= MOST_GROWTH_KB and files <= 0 and woken <= MOST_WAKE_UPS and code == 0 and not leftovers()
     return 0 if well else 1
 

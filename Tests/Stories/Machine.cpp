@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdio>
 #include <ctime>
+#include <utility>
 
 namespace lumora::test {
 
@@ -20,28 +21,20 @@ std::string wallTime(Date date, const char* format) {
 
 Machine::Machine(double percent) {
   clock_.time = utc(2026, 3, 2, 8, 0);
-  UPowerDevice battery;
-  battery.type = UPowerDevice::Type::battery;
-  battery.powerSupply = true;
-  battery.isPresent = true;
-  battery.state = State::discharging;
-  battery.percentage = percent;
-  battery.energyFull = 45;
-  battery.energyFullDesign = 50;
-  battery.energy = percent * battery.energyFull / 100;
-  UPowerDevice line;
-  line.type = UPowerDevice::Type::linePower;
-  power_.devices = {battery, line};
+  power_.supplies.packs = {{.state = State::discharging,
+                            .percent = percent,
+                            .energy = percent * 0.45,
+                            .energyFull = 45,
+                            .energyFullDesign = 50}};
 }
 
 void Machine::start() {
   end();
   defaults_.emplace(files_, "/config/defaults.json");
   defaults_->registerDefaults(Prefs::defaults());
-  steady_.emplace(power_, clock_, runLoop_);
   model_ = std::make_unique<AppModel>(AppModel::Services{.clock = clock_,
                                                          .runLoop = runLoop_,
-                                                         .powerSources = *steady_,
+                                                         .powerSources = power_,
                                                          .lowPowerMode = lowPowerMode_,
                                                          .sleepEvents = sleepEvents_,
                                                          .notificationCentre = server_,
@@ -55,25 +48,36 @@ void Machine::start() {
 void Machine::end() {
   if (model_) model_->saveHistory();
   model_.reset();
-  steady_.reset();
   power_.observers.clear();
 }
 
 void Machine::battery(double percent) {
-  if (machineBattery().percentage == percent) return;
-  machineBattery().percentage = percent;
+  if (machineBattery().percent == percent) return;
+  machineBattery().percent = percent;
   machineBattery().energy = percent * machineBattery().energyFull / 100;
   changed();
 }
 
 void Machine::adapter(bool online, State state) {
-  adapterDevice().online = online;
+  power_.supplies.adapterOnline = online;
   machineBattery().state = state;
   changed();
 }
 
+void Machine::lose(PowerSources::Standing standing) {
+  if (!packs().empty()) lost_ = std::exchange(packs(), {});
+  power_.stands = standing;
+  changed();
+}
+
+void Machine::comeBack() {
+  packs() = lost_;
+  power_.stands = PowerSources::Standing::settled;
+  changed();
+}
+
 void Machine::goTo(int percent, seconds each) {
-  int now = static_cast<int>(*machineBattery().percentage);
+  int now = static_cast<int>(*machineBattery().percent);
   while (now != percent) {
     stay(each);
     now += now < percent ? 1 : -1;
@@ -125,11 +129,11 @@ std::vector<std::string> Machine::history() const {
 }
 
 std::optional<std::vector<Dictionary>> Machine::Power::descriptions() {
-  return powerSourceDescriptions(devices);
+  return powerSourceDescriptions(supplies);
 }
 
 std::optional<Dictionary> Machine::Power::registryEntry() const {
-  return batteryRegistryEntry(devices, std::nullopt);
+  return batteryRegistryEntry(supplies);
 }
 
 bool Machine::Power::observe(std::function<void()> changed) {
@@ -141,7 +145,7 @@ void Machine::Power::change() const {
   for (const auto& changed : observers) changed();
 }
 
-void Machine::Server::add(NotificationRequest request) {
+void Machine::Server::add(NotificationRequest request, StillSo /*stillSo*/) {
   machine.told_.push_back(wallTime(machine.clock_.time, "%a %H:%M") + " " + request.identifier +
                           ": " + request.body);
 }

@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "AppModel.h"
-#include "Battery/SteadyPowerSources.h"
-#include "Platform/Linux/UPowerDevice.h"
+#include "AppModel/AppModel.h"
+#include "Battery/PowerSupplies.h"
 #include "Support/FakeLowPowerMode.h"
 #include "Support/FakeRunLoop.h"
 #include "Support/FakeSleepEvents.h"
@@ -28,7 +27,7 @@ using std::chrono::seconds;
 /// Monday, 2 March 2026, at 08:00 UTC, on battery.
 class Machine {
  public:
-  using State = UPowerDevice::State;
+  using State = BatteryPack::State;
 
   explicit Machine(double percent);
 
@@ -40,9 +39,12 @@ class Machine {
   void adapter(bool online, State state);
   void plugIn() { adapter(true, State::charging); }
   void unplug() { adapter(false, State::discharging); }
-  /// Any device may be changed, or others added; then say so.
-  std::vector<UPowerDevice>& devices() { return power_.devices; }
+  /// Any pack may be changed, or others added; then say so.
+  std::vector<BatteryPack>& packs() { return power_.supplies.packs; }
   void changed() { power_.change(); }
+  /// The battery is no longer told of, or not yet; `comeBack` tells of it again.
+  void lose(PowerSources::Standing standing);
+  void comeBack();
 
   void stay(seconds duration) { runLoop_.advance(duration); }
   /// One percent after the other, each after `each`.
@@ -50,7 +52,7 @@ class Machine {
   /// Saves, sleeps, and wakes up with that percent. UPower tells it at once.
   void sleep(seconds duration, double percentAtWake);
   /// Puts the clock on by so much.
-  void setClock(seconds forward) { clock_.time += forward; }
+  void setClock(seconds forward) { clock_.set(forward); }
   /// On the clock's time of day, of the time zone that holds, the next time it comes.
   void stayUntil(int hour, int minute);
 
@@ -67,14 +69,16 @@ class Machine {
   std::vector<std::string> history() const;
 
  private:
-  /// The devices, as UPower's account of them comes through.
+  /// The power supplies, and who hears of their changes.
   struct Power final : PowerSources {
     std::optional<std::vector<Dictionary>> descriptions() override;
     std::optional<Dictionary> registryEntry() const override;
+    Standing standing() const override { return stands; }
     bool observe(std::function<void()> changed) override;
     void change() const;
 
-    std::vector<UPowerDevice> devices;
+    PowerSupplies supplies;
+    Standing stands = Standing::settled;
     std::vector<std::function<void()>> observers;
   };
 
@@ -85,14 +89,14 @@ class Machine {
     void setCategories(std::vector<NotificationCategory> /*given*/) override {}
     void authorizationStatus(std::function<void(AuthorizationStatus)> /*answer*/) override {}
     void requestAuthorization() override {}
-    void add(NotificationRequest request) override;
+    void add(NotificationRequest request, StillSo stillSo) override;
 
     Machine& machine;
   };
 
-  UPowerDevice& machineBattery() { return power_.devices.front(); }
-  UPowerDevice& adapterDevice() { return power_.devices.at(1); }
+  BatteryPack& machineBattery() { return power_.supplies.packs.front(); }
 
+  std::vector<BatteryPack> lost_;
   FakeClock clock_;
   FakeRunLoop runLoop_{clock_};
   Power power_;
@@ -101,7 +105,6 @@ class Machine {
   Server server_{*this};
   Bundle bundle_{"/opt/Lumora.app", "org.example.Lumora"};
   MemoryFiles files_;
-  std::optional<SteadyPowerSources> steady_;
   std::optional<DefaultsStore> defaults_;
   std::unique_ptr<AppModel> model_;
   std::vector<std::string> told_;

@@ -109,8 +109,118 @@ TEST(TimeStory, AClockThatIsSetBackIsNoReasonToHoldBack) {
   machine.unplug();
   machine.plugIn();
   machine.setClock(-hours(24));
+  machine.battery(80);
+  EXPECT_THAT(machine.kinds(), ElementsAre("Sun 08:00 chargeLimit"));
+}
+
+constexpr hours kTwoYears{2 * 365 * 24};
+
+TEST(TimeStory, OnTheChargerFromTheYear2000ToToday) {
+  Machine machine(60);
+  machine.setClock(-hours(26 * 365 * 24));
+  machine.start();
+  machine.plugIn();
+  machine.goTo(81, minutes(2));
+  machine.stay(minutes(18));
+  machine.setClock(hours(26 * 365 * 24));
+  machine.stay(hours(7) - minutes(1));
+  EXPECT_THAT(machine.kinds(), testing::Not(testing::Contains(testing::HasSubstr("tooLong"))));
+  machine.stay(minutes(2));
+  EXPECT_THAT(machine.told().back(), testing::HasSubstr("Plugged in for over 8 h"));
+}
+
+TEST(TimeStory, OnTheChargerSinceAHistoryThatLiesAheadOfTheClock) {
+  Machine machine(60);
+  machine.start();
+  machine.plugIn();
+  machine.goTo(81, minutes(1));
+  machine.end();
+  machine.setClock(-kTwoYears);
+  machine.start();
+  machine.stay(minutes(10));
+  machine.setClock(kTwoYears + hours(12));
+  machine.stay(hours(7));
+  EXPECT_THAT(machine.kinds(), ElementsAre("Mon 08:20 chargeLimit"));
+  machine.stay(hours(1) + minutes(3));
+  EXPECT_EQ(machine.told().size(), 2U);
+  EXPECT_THAT(machine.told().back(), testing::HasSubstr("Plugged in for over 8 h"));
+}
+
+TEST(TimeStory, ASnoozeWithAClockYearsAheadLastsAnHour) {
+  Machine machine(60);
+  machine.setClock(kTwoYears);
+  machine.start();
+  machine.model().snooze();
+  machine.stay(minutes(10));
+  machine.setClock(-kTwoYears);
+  machine.battery(20);
+  machine.stay(minutes(49));
+  EXPECT_THAT(machine.told(), IsEmpty());
+  machine.stay(minutes(2));
+  EXPECT_THAT(machine.kinds(), ElementsAre("Mon 09:00 low", "Mon 09:00 lowPower"));
+}
+
+TEST(TimeStory, ASnoozeRightAfterTheClockWasSetLastsAnHour) {
+  for (const auto set : {-kTwoYears, kTwoYears}) {
+    Machine machine(60);
+    machine.start();
+    machine.setClock(set);
+    machine.model().snooze();
+    machine.battery(20);
+    machine.stay(minutes(59));
+    EXPECT_THAT(machine.told(), IsEmpty());
+    machine.stay(minutes(2));
+    EXPECT_EQ(machine.told().size(), 2U);
+  }
+}
+
+TEST(TimeStory, ASnoozeThatTheClockLeapsOverHoldsOn) {
+  Machine machine(60);
+  machine.start();
+  machine.model().snooze();
+  machine.setClock(hours(5));
+  machine.battery(20);
+  machine.stay(minutes(59));
+  EXPECT_THAT(machine.told(), IsEmpty());
+  machine.stay(minutes(2));
+  EXPECT_EQ(machine.told().size(), 2U);
+}
+
+TEST(TimeStory, AClockThatIsSetBackHoldsNoRepetitionUp) {
+  Machine machine(79);
+  machine.start();
+  machine.plugIn();
+  machine.battery(80);
+  machine.stay(minutes(2));
+  machine.setClock(-hours(24));
+  machine.stay(minutes(14));
+  EXPECT_THAT(machine.kinds(), ElementsAre("Mon 08:00 chargeLimit", "Sun 08:05 chargeLimit",
+                                           "Sun 08:10 chargeLimit", "Sun 08:15 chargeLimit"));
+}
+
+TEST(TimeStory, ASleepIsNoJump) {
+  Machine machine(60);
+  machine.start();
+  machine.model().snooze();
+  machine.plugIn();
+  machine.sleep(hours(9), 85);
   machine.stay(minutes(1));
-  EXPECT_TRUE(machine.model().state()->pluggedIn);
+  EXPECT_EQ(*machine.model().snoozeUntil(), std::nullopt);
+  EXPECT_EQ(*machine.model().pluggedSince(), utc(2026, 3, 2, 8, 0));
+}
+
+TEST(TimeStory, SmallCorrectionsMoveNothing) {
+  Machine machine(60);
+  machine.start();
+  machine.plugIn();
+  machine.model().snooze();
+  const auto until = *machine.model().snoozeUntil();
+  for (int minute = 0; minute < 30; ++minute) {
+    machine.setClock(seconds(4));
+    machine.stay(minutes(1));
+  }
+  EXPECT_EQ(*machine.model().snoozeUntil(), until);
+  EXPECT_EQ(*machine.model().pluggedSince(), utc(2026, 3, 2, 8, 0));
 }
 
 }  // namespace

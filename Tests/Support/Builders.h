@@ -3,9 +3,9 @@
 #pragma once
 
 #include "Alerts/PendingAlert.h"
+#include "Base/Date.h"
+#include "Base/Value.h"
 #include "Battery/BatteryState.h"
-#include "Platform/Date.h"
-#include "Platform/Value.h"
 
 #include <cstdint>
 #include <string>

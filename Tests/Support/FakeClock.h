@@ -17,9 +17,18 @@ class FakeClock final : public Clock {
     return time;
   }
 
+  Seconds sinceBoot() const override { return time - booted_; }
+
+  /// Somebody sets the wall clock, forward or back.
+  void set(Seconds forward) {
+    time += forward;
+    booted_ += forward;
+  }
+
   Date time = dateSince1970(1'700'000'000);
 
  private:
+  Date booted_ = dateSince1970(1'699'999'000);
   Recorder* recorder_;
 };
 

@@ -37,9 +37,10 @@ class FakeNotificationCentre final : public NotificationCentre {
     ++requests;
   }
 
-  void add(NotificationRequest request) override {
+  void add(NotificationRequest request, StillSo stillSo) override {
     record(recorder_, "add " + request.identifier);
     added.push_back(std::move(request));
+    stillSo_.push_back(std::move(stillSo));
   }
 
   /// Answers all questions for the status asked so far.
@@ -52,6 +53,9 @@ class FakeNotificationCentre final : public NotificationCentre {
     if (handler_) handler_(actionIdentifier, [this] { record(recorder_, "completed"); });
   }
 
+  /// Whether the one that was added last would be shown if somebody to show it came only now.
+  bool stillSo() const { return stillSo_.back()(); }
+
   std::vector<NotificationCategory> categories;
   std::vector<NotificationRequest> added;
   int requests = 0;  ///< How often leave to notify was asked for.
@@ -59,6 +63,7 @@ class FakeNotificationCentre final : public NotificationCentre {
  private:
   Recorder* recorder_;
   ResponseHandler handler_;
+  std::vector<StillSo> stillSo_;
   std::vector<std::function<void(AuthorizationStatus)>> questions_;
 };
 

@@ -27,6 +27,8 @@ class FakePowerSources final : public PowerSources {
     return registry;
   }
 
+  Standing standing() const override { return stands; }
+
   bool observe(std::function<void()> changed) override {
     record(recorder_, "observe power sources");
     if (observable) observers_.push_back(std::move(changed));
@@ -40,6 +42,7 @@ class FakePowerSources final : public PowerSources {
 
   std::optional<std::vector<Dictionary>> sources;
   std::optional<Dictionary> registry;
+  Standing stands = Standing::settled;
   bool observable = true;
 
  private:

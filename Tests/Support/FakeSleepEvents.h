@@ -6,6 +6,7 @@
 #include "Support/Recorder.h"
 
 #include <functional>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -20,9 +21,17 @@ class FakeSleepEvents final : public SleepEvents {
     observers_.emplace_back(std::move(willSleep), std::move(didWake));
   }
 
+  std::shared_ptr<const void> hold() override { return lock_; }
+
   void sleep() {
+    lock_ = std::make_shared<int>();
+    held_ = lock_;
     for (const auto& observer : observers_) observer.first();
+    lock_.reset();
   }
+
+  /// Whether the machine still waits before it falls asleep.
+  bool isHeld() const { return !held_.expired(); }
 
   void wake() {
     for (const auto& observer : observers_) observer.second();
@@ -30,6 +39,8 @@ class FakeSleepEvents final : public SleepEvents {
 
  private:
   Recorder* recorder_;
+  std::shared_ptr<const void> lock_;
+  std::weak_ptr<const void> held_;
   std::vector<std::pair<std::function<void()>, std::function<void()>>> observers_;
 };
 

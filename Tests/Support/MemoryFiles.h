@@ -2,15 +2,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "Platform/Files.h"
+#include "Storage/Files.h"
 #include "Support/Recorder.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <deque>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace lumora::test {
 
@@ -24,11 +29,13 @@ class MemoryFiles final : public Files {
   }
 
   FileContent read(const std::filesystem::path& path) override {
+    using Found = FileContent::Found;
     record(recorder_, "read " + path.filename().string());
+    if (failsReading) return {.found = Found::unknown, .bytes = {}, .stamp = {}};
     const auto file = files_.find(path);
     if (file == files_.end()) return {};
-    if (failsReading) return {std::nullopt, file->second.stamp, true};
-    return {file->second.bytes, file->second.stamp, true};
+    if (unfit) return {.found = Found::unfit, .bytes = {}, .stamp = file->second.stamp};
+    return {.found = Found::file, .bytes = file->second.bytes, .stamp = file->second.stamp};
   }
 
   FileStamp stamp(const std::filesystem::path& path) override {
@@ -45,11 +52,44 @@ class MemoryFiles final : public Files {
     return files_[path].stamp;
   }
 
-  bool keepAs(const std::filesystem::path& path, const std::filesystem::path& name) override {
+  void replaceSoon(const std::filesystem::path& path, std::string bytes,
+                   Replaced replaced) override {
+    if (!isSlow) return Files::replaceSoon(path, std::move(bytes), std::move(replaced));
+    // The first has begun.
+    const auto waiting = writes_.begin() + (writes_.empty() ? 0 : 1);
+    writes_.erase(std::remove_if(waiting, writes_.end(),
+                                 [&](const Write& write) { return write.path == path; }),
+                  writes_.end());
+    writes_.push_back({path, std::move(bytes), std::move(replaced)});
+  }
+
+  void whenWritten(std::function<void()> done) override {
+    if (writes_.empty()) return done();
+    whenWritten_.push_back(std::move(done));
+  }
+
+  /// While the disk is slow: ends the replacement that has begun, and begins the next.
+  void endWrite() {
+    const Write write = std::move(writes_.front());
+    writes_.pop_front();
+    write.replaced(replace(write.path, write.bytes));
+    if (!writes_.empty()) return;
+    for (const auto& done : std::exchange(whenWritten_, {})) done();
+  }
+
+  std::size_t writesLeft() const { return writes_.size(); }
+
+  Kept keepBeside(const std::filesystem::path& path, std::string_view suffix,
+                  IfTaken ifTaken) override {
+    auto name = path;
+    name += suffix;
+    if (failsKeeping) return Kept::no;
+    if (!files_.contains(path)) return Kept::yes;
+    const bool isTaken = files_.contains(name) && files_[name].stamp != files_[path].stamp;
+    if (isTaken && ifTaken == IfTaken::leaveIt) return Kept::taken;
     record(recorder_, "keep as " + name.filename().string());
-    if (failsKeeping || !files_.contains(path)) return false;
     files_[name] = files_[path];
-    return true;
+    return Kept::yes;
   }
 
   /// As another program does.
@@ -69,10 +109,20 @@ class MemoryFiles final : public Files {
   }
 
   bool failsReading = false;
+  /// Whatever lies there can be no file of ours.
+  bool unfit = false;
   bool failsReplacing = false;
+  /// What is to be replaced soon waits until the test calls `endWrite`.
+  bool isSlow = false;
   bool failsKeeping = false;
 
  private:
+  struct Write {
+    std::filesystem::path path;
+    std::string bytes;
+    Replaced replaced;
+  };
+
   struct File {
     std::string bytes;
     FileStamp stamp;
@@ -81,6 +131,8 @@ class MemoryFiles final : public Files {
   Recorder* recorder_;
   std::map<std::filesystem::path, File> files_;
   std::int64_t changes_ = 0;
+  std::deque<Write> writes_;
+  std::vector<std::function<void()>> whenWritten_;
 };
 
 }  // namespace lumora::test

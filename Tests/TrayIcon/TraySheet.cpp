@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Draws the tray's icons in their states and sizes on a light and on a dark panel into one picture,
-// to be looked at: tray_sheet FILE
+// Draws the tray's icons in their states and sizes on light, dark and coloured panels into one
+// picture, to be looked at: tray_sheet FILE
 
 #include "TrayIcon/TrayIcon.h"
 
-#include <algorithm>
+#include <array>
 #include <cstring>
 #include <filesystem>
 #include <memory>
@@ -18,9 +18,12 @@ namespace {
 using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
 using Context = std::unique_ptr<cairo_t, decltype(&cairo_destroy)>;
 
-constexpr int kWidth = 1180;
-constexpr int kRow = 74;
-constexpr int kMagnified = 3;
+constexpr int kGap = 8;
+constexpr int kWidth = 1520;
+constexpr int kRow = 48 + kGap;
+constexpr int kMagnified = 5;
+constexpr int kMagnifiedRow = 24 * kMagnified + kGap;
+constexpr std::size_t kSizes = 5;  // 16 to 48 pixels.
 
 Surface surfaceOf(const Icon& icon) {
   Surface surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, icon.width, icon.height),
@@ -40,52 +43,60 @@ Surface surfaceOf(const Icon& icon) {
   return surface;
 }
 
-int place(cairo_t* cairo, const Icon& icon, int x, int y, double scale, cairo_filter_t filter) {
+/// Returns where the next one begins.
+int place(cairo_t* cairo, const Icon& icon, int x, int y, int scale = 1) {
   const Surface surface = surfaceOf(icon);
   cairo_save(cairo);
   cairo_translate(cairo, x, y);
   cairo_scale(cairo, scale, scale);
   cairo_set_source_surface(cairo, surface.get(), 0, 0);
-  cairo_pattern_set_filter(cairo_get_source(cairo), filter);
+  cairo_pattern_set_filter(cairo_get_source(cairo), CAIRO_FILTER_NEAREST);
   cairo_paint(cairo);
   cairo_restore(cairo);
-  return x + static_cast<int>(icon.width * scale) + 8;
+  return x + icon.width * scale + kGap;
 }
 
-void drawRow(cairo_t* cairo, const DrawnIcon& drawn, int y) {
-  const auto icons = drawTrayIcon(drawn);
-  const int y0 = y + 5;
-  int x = 8;
-  for (const Icon& icon : icons) x = place(cairo, icon, x, y0, 1, CAIRO_FILTER_NEAREST);
-  // As panels of 22 and 28 pixels make it out of the largest.
-  for (const double height : {22.0, 28.0}) {
-    x = place(cairo, icons.back(), x, y0, height / icons.back().height, CAIRO_FILTER_BEST);
+constexpr std::array kPictures = {BatteryPicture::noBattery, BatteryPicture::onBattery,
+                                  BatteryPicture::low,       BatteryPicture::pluggedIn,
+                                  BatteryPicture::charging,  BatteryPicture::full};
+constexpr std::array kPercents = {5, 9, 20, 50, 80, 100};
+constexpr std::array kTexts = {"80%", "80% · 3:05", "3:05"};
+
+/// A row of the squares of one picture, each percent in each size, and what may be wide.
+void drawRow(cairo_t* cairo, BatteryPicture picture, int y) {
+  int x = kGap;
+  for (std::size_t size = 0; size < kSizes; ++size) {
+    for (const int percent : kPercents) {
+      x = place(cairo, drawTrayIcon({picture, percent, ""})[size], x, y);
+    }
+    x += kGap;
   }
-  if (drawn.place == TextPlace::wide) return;
-  for (int i = 0; i < 3; ++i) {
-    x = place(cairo, icons[static_cast<std::size_t>(i)], x, y0, kMagnified, CAIRO_FILTER_NEAREST);
+  for (const char* text : kTexts) {
+    x = place(cairo, drawTrayIcon({picture, 80, text})[1], x, y);
   }
 }
 
-std::vector<DrawnIcon> states() {
-  using enum TextPlace;
-  return {
-      {"battery.100", "100", inside},
-      {"battery.75", "82", inside},
-      {"battery.50", "46", inside},
-      {"battery.25", "20", inside},
-      {"battery.0", "7", inside},
-      {"battery.100.bolt", "35", inside},
-      {"powerplug.fill", "80", inside},
-      {"battery.100percent", "100", inside},
-      {"battery.75", "69", inside},
-      {"battery.75", "82% · 3:05", wide},
-      {"battery.100.bolt", "35% · 1:47", wide},
-      {"battery.0", "7%", wide},
-      {"battery.100percent", "100%", wide},
-      {"battery.25", "2:46", wide},
-  };
+/// The smallest, as through a magnifying glass.
+void drawMagnified(cairo_t* cairo, BatteryPicture picture, int y) {
+  int x = kGap;
+  for (std::size_t size = 0; size < 3; ++size) {
+    for (const int percent : {9, 20, 80, 100}) {
+      x = place(cairo, drawTrayIcon({picture, percent, ""})[size], x, y, kMagnified);
+    }
+  }
+  place(cairo, drawTrayIcon({picture, 80, "80%"})[0], x, y, kMagnified);
 }
+
+struct Panel {
+  double red;
+  double green;
+  double blue;
+};
+
+constexpr std::array kPanels = {Panel{0.95, 0.95, 0.95}, Panel{0.16, 0.18, 0.20},
+                                Panel{0, 0, 0},          Panel{0.20, 0.40, 0.64},
+                                Panel{0.5, 0.5, 0.5},    Panel{0.75, 0.22, 0.17}};
+constexpr std::size_t kMagnifiedPanels = 2;
 
 }  // namespace
 }  // namespace lumora::test
@@ -94,20 +105,27 @@ int main(int argc, char** argv) {
   using namespace lumora::test;
   const std::filesystem::path file = argc > 1 ? argv[1] : "tray.png";
   std::filesystem::create_directories(file.parent_path());
-  const auto states = lumora::test::states();
-  const int height = static_cast<int>(states.size()) * kRow;
-  const Surface sheet(cairo_image_surface_create(CAIRO_FORMAT_RGB24, 2 * kWidth, height),
+  constexpr int kRows = static_cast<int>(kPictures.size());
+  constexpr int kPanelHeight = kRows * kRow;
+  constexpr int kMagnifiedHeight = kRows * kMagnifiedRow;
+  const int height = static_cast<int>(kPanels.size()) * kPanelHeight +
+                     static_cast<int>(kMagnifiedPanels) * kMagnifiedHeight;
+  const Surface sheet(cairo_image_surface_create(CAIRO_FORMAT_RGB24, kWidth, height),
                       cairo_surface_destroy);
   const Context cairo(cairo_create(sheet.get()), cairo_destroy);
-  for (const double panel : {0.95, 0.17}) {
-    cairo_set_source_rgb(cairo.get(), panel, panel, panel);
-    cairo_paint(cairo.get());
-    for (std::size_t i = 0; i < states.size(); ++i) {
-      drawRow(cairo.get(), states[i], static_cast<int>(i) * kRow);
+  int y = 0;
+  const auto onPanel = [&](const Panel& panel, int row, const auto& draw) {
+    cairo_set_source_rgb(cairo.get(), panel.red, panel.green, panel.blue);
+    cairo_rectangle(cairo.get(), 0, y, kWidth, kRows * row);
+    cairo_fill(cairo.get());
+    for (const lumora::BatteryPicture picture : kPictures) {
+      draw(cairo.get(), picture, y + kGap / 2);
+      y += row;
     }
-    cairo_rectangle(cairo.get(), kWidth, 0, kWidth, height);
-    cairo_clip(cairo.get());
-    cairo_translate(cairo.get(), kWidth, 0);
+  };
+  for (std::size_t i = 0; i < kMagnifiedPanels; ++i) {
+    onPanel(kPanels[i], kMagnifiedRow, drawMagnified);
   }
+  for (const Panel& panel : kPanels) onPanel(panel, kRow, drawRow);
   return cairo_surface_write_to_png(sheet.get(), file.c_str()) == CAIRO_STATUS_SUCCESS ? 0 : 1;
 }

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "FakeHost.h"
+#include "Views/FakeHost.h"
 
 #include "History/HistoryFile.h"
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "AppModel.h"
+#include "AppModel/AppModel.h"
 #include "Support/FakeClock.h"
 #include "Support/FakeLoginItem.h"
 #include "Support/FakeLowPowerMode.h"

@@ -2,19 +2,30 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Renders the popover and the settings in their states to pictures, to be looked at: gallery FOLDER
 
-#include "FakeHost.h"
-#include "Views/PopoverWindow.h"
-#include "Views/SettingsWindow.h"
-#include "Views/Theme.h"
+#include "Base/LocalTime.h"
+#include "Base/Texts.h"
+#include "Support/ScopedLocale.h"
+#include "Views/Controls/Disclosure.h"
+#include "Views/Controls/SegmentedPicker.h"
+#include "Views/FakeHost.h"
+#include "Views/Popover/PopoverWindow.h"
+#include "Views/Settings/SettingsWindow.h"
+#include "Views/Theme/DesktopLooks.h"
 
 #include <QApplication>
 #include <QDialog>
+#include <QLocale>
+#include <QMouseEvent>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QToolButton>
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <optional>
+
+#include <qcustomplot.h>
 
 namespace lumora::test {
 namespace {
@@ -34,24 +45,58 @@ const Dictionary kPluggedIn = {{"Power Source State", "AC Power"}};
 const Dictionary kCharging = {
     {"Power Source State", "AC Power"}, {"Is Charging", true}, {"Time to Full Charge", 72}};
 const Dictionary kDischarging = {{"Time to Empty", 185}};
+constexpr int kBottom = 100'000;
+
+/// A week as people have it: asleep at night and for a while by day, charged for up to three
+/// hours in the evening.
+std::vector<Sample> lifelikeWeek() {
+  constexpr double kMinute = 60;
+  constexpr int kDayMinutes = 24 * 60;
+  std::vector<Sample> samples;
+  double percent = 78;
+  for (int age = kWeekMinutes; age >= 0; --age) {
+    const Date moment = kNow - Seconds(age * kMinute);
+    const auto minute = static_cast<int>(minutesAfterMidnight(moment));
+    const int day = age / kDayMinutes;
+    const bool charging = minute >= 19 * 60 && minute < 19 * 60 + 180 - 10 * day;
+    const bool asleep = minute < 7 * 60 + 11 * day || minute > 22 * 60 + 13 * day ||
+                        (minute > 12 * 60 && minute < 12 * 60 + 25 + 5 * day);
+    if (asleep) continue;
+    percent = std::clamp(percent + (charging ? 0.45 : -0.09), 4.0, 100.0);
+    samples.push_back(
+        {secondsSince1970(moment), static_cast<std::int64_t>(percent), charging, charging});
+  }
+  return samples;
+}
+
+Dictionary onBattery() {
+  Dictionary registry = kEverything;
+  registry.insert_or_assign("Amperage", -1135);
+  return registry;
+}
 
 struct Scene {
   const char* name;
   std::int64_t percent = 73;
   Dictionary description = kDischarging;
-  Dictionary registry = kEverything;
-  std::vector<Sample> samples = minuteSamples(kNow, kWeekMinutes);
+  Dictionary registry = onBattery();
+  std::vector<Sample> samples = lifelikeWeek();
   bool snoozed = false;
   bool week = false;
   bool unfolded = false;
   bool dark = false;
   bool strong = false;
-  QLocale locale = QLocale(QLocale::English, QLocale::UnitedKingdom);
+  const char* locale = nullptr;    // Absent: as the source says it.
+  const char* language = nullptr;  // Absent: the locale's.
   bool hasBattery = true;
+  double points = 10;             // of the desktop's font
+  double pointedAt = -1;          // a share of the chart's width
+  const char* focused = nullptr;  // by its text or accessible name
+  bool darkLater = false;         // the desktop turns dark while it is open
 };
 
 Dictionary withCycles(std::int64_t count) {
-  Dictionary registry = kEverything;
+  Dictionary registry = onBattery();
   registry.insert_or_assign("CycleCount", count);
   return registry;
 }
@@ -83,23 +128,60 @@ std::vector<Scene> scenes() {
       {.name = "cycles-1200", .registry = withCycles(1200)},
       {.name = "chart-empty", .samples = {}},
       {.name = "chart-one-point", .samples = {{secondsSince1970(kNow) - 60, 73, false, false}}},
+      {.name = "chart-zigzag", .samples = minuteSamples(kNow, kWeekMinutes), .week = true},
       {.name = "chart-day-with-gaps", .samples = withGaps()},
       {.name = "chart-week-with-gaps", .samples = withGaps(), .week = true},
+      {.name = "chart-week", .week = true},
       {.name = "unfolded", .week = true, .unfolded = true},
+      {.name = "hover-low", .pointedAt = 0.55},
+      {.name = "hover-high", .pointedAt = 0.3},
+      {.name = "hover-right", .week = true, .pointedAt = 1},
+      {.name = "hover-left-dark", .week = true, .dark = true, .pointedAt = 0},
+      {.name = "focus-chart", .focused = "Charge history"},
+      {.name = "focus-segment", .focused = "24 hours"},
+      {.name = "focus-summary", .focused = "Daily summary"},
+      {.name = "focus-cancel", .snoozed = true, .focused = "Cancel"},
+      {.name = "focus-settings-dark", .dark = true, .focused = "Settings…"},
+      {.name = "font-11",
+       .description = kCharging,
+       .snoozed = true,
+       .unfolded = true,
+       .points = 11},
+      {.name = "font-16",
+       .description = kCharging,
+       .snoozed = true,
+       .week = true,
+       .unfolded = true,
+       .points = 16},
+      {.name = "font-16-folded", .points = 16},
+      {.name = "turned-dark",
+       .description = kCharging,
+       .snoozed = true,
+       .unfolded = true,
+       .darkLater = true},
       {.name = "german",
        .description = kCharging,
        .snoozed = true,
        .unfolded = true,
-       .locale = QLocale(QLocale::German, QLocale::Germany)},
+       .locale = "de_DE"},
       {.name = "arabic",
        .description = kCharging,
        .snoozed = true,
        .unfolded = true,
-       .locale = QLocale(QLocale::Arabic, QLocale::Egypt)},
-      {.name = "american",
+       .locale = "ar_EG"},
+      {.name = "persian", .snoozed = true, .week = true, .unfolded = true, .locale = "fa_IR"},
+      {.name = "hebrew", .week = true, .unfolded = true, .locale = "he_IL", .pointedAt = 0.3},
+      {.name = "mirrored",
        .description = kCharging,
        .snoozed = true,
-       .locale = QLocale(QLocale::English, QLocale::UnitedStates)},
+       .week = true,
+       .unfolded = true,
+       .locale = "fa_IR",
+       .language = "q2",
+       .pointedAt = 0.3,
+       .focused = "«Daily summary»"},
+      {.name = "finnish", .snoozed = true, .week = true, .locale = "fi_FI", .pointedAt = 0.6},
+      {.name = "american", .description = kCharging, .snoozed = true, .locale = "en_US"},
       {.name = "dark", .description = kCharging, .snoozed = true, .unfolded = true, .dark = true},
       {.name = "dark-no-battery", .dark = true, .hasBattery = false},
       {.name = "dark-low", .percent = 9, .dark = true},
@@ -121,24 +203,90 @@ Appearance appearanceOf(const auto& scene) {
   return appearance;
 }
 
-bool render(const Scene& scene, const std::filesystem::path& folder) {
-  QLocale::setDefault(scene.locale);
+/// Sets the desktop's font in a size until it goes out of scope.
+class FontSize {
+ public:
+  explicit FontSize(double points) {
+    QFont font = usual_;
+    font.setPointSizeF(points);
+    QApplication::setFont(font);
+  }
+  ~FontSize() { QApplication::setFont(usual_); }
+  FontSize(const FontSize&) = delete;
+  FontSize& operator=(const FontSize&) = delete;
+
+ private:
+  QFont usual_ = QApplication::font();
+};
+
+/// A locale and the language of its texts until it goes out of scope, as the program takes them.
+class Language {
+ public:
+  Language(const char* locale, const char* language) {
+    if (locale == nullptr) return;
+    locale_.emplace(locale, language != nullptr ? language : "");
+    QLocale::setDefault(QLocale(QString(locale)));
+    QApplication::setLayoutDirection(isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+  }
+  ~Language() {
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+  }
+  Language(const Language&) = delete;
+  Language& operator=(const Language&) = delete;
+
+ private:
+  std::optional<ScopedLocale> locale_;
+};
+
+/// Puts the keyboard's focus on the control of that text or name, as the tab key does.
+void focus(QWidget& window, const QString& name) {
+  window.setAttribute(Qt::WA_KeyboardFocusChange);
+  window.activateWindow();
+  for (auto* widget : window.findChildren<QWidget*>()) {
+    const auto* button = qobject_cast<QAbstractButton*>(widget);
+    const bool isIt =
+        widget->accessibleName() == name || (button != nullptr && button->text() == name);
+    if (isIt && widget->focusPolicy() != Qt::NoFocus) widget->setFocus(Qt::TabFocusReason);
+  }
+}
+
+void pointAt(QWidget& window, double share) {
+  auto* plot = window.findChild<QCustomPlot*>();
+  const QRect area = plot->axisRect()->rect();
+  const QPointF at(area.left() + share * area.width(), area.center().y());
+  QMouseEvent move(QEvent::MouseMove, at, plot->mapToGlobal(at), Qt::NoButton, {}, {});
+  QCoreApplication::sendEvent(plot, &move);
+}
+
+bool render(const Scene& scene, DesktopLooks& looks, const std::filesystem::path& folder) {
+  const Language language(scene.locale, scene.language);
+  const FontSize font(scene.points);
   FakeHost host;
   host.clock.time = kNow;
   if (scene.hasBattery) host.setBattery(scene.percent, scene.description, scene.registry);
   host.setHistory(scene.samples);
   if (scene.snoozed) host.model().snooze();
-  applyAppearance(appearanceOf(scene));
+  looks.apply(appearanceOf(scene));
   host.model().refresh(AppModel::Reason::launch);
   host.clock.time += Seconds(23 * 60);
 
   PopoverWindow window(host);
   window.showAt(std::nullopt);
-  for (auto* button : window.findChildren<QAbstractButton*>()) {
-    if (scene.week && button->text() == "7 days") button->click();
-    if (scene.unfolded && button->text() == "Daily summary") button->click();
+  for (auto* widget : window.findChildren<QWidget*>()) {
+    if (auto* picker = dynamic_cast<SegmentedPicker*>(widget); scene.week && picker != nullptr) {
+      picker->findChildren<QAbstractButton*>().at(1)->click();
+    }
+    if (auto* days = dynamic_cast<Disclosure*>(widget); scene.unfolded && days != nullptr) {
+      days->click();
+    }
   }
-  QCoreApplication::sendPostedEvents();
+  QApplication::processEvents();
+  if (scene.darkLater) looks.apply({Appearance::ColorScheme::dark, {}});
+  if (scene.focused != nullptr) focus(window, scene.focused);
+  QApplication::processEvents();
+  window.grab();
+  if (scene.pointedAt >= 0) pointAt(window, scene.pointedAt);
   QApplication::processEvents();
   const auto file = folder / (std::string(scene.name) + ".png");
   return window.grab().save(QString::fromStdString(file.string()));
@@ -149,10 +297,14 @@ struct SettingsScene {
   const char* settings = "{}";
   bool dark = false;
   bool strong = false;
-  double fontFactor = 1;
+  double points = 10;  // of the desktop's font
   bool failing = false;
   int scrolled = 0;
-  const char* dialog = nullptr;  // the control that opens it
+  const char* focused = nullptr;  // by its text or accessible name
+  bool darkLater = false;         // the desktop turns dark while it is open
+  const char* dialog = nullptr;   // the control that opens it
+  const char* locale = nullptr;
+  const char* language = nullptr;
 };
 
 std::vector<SettingsScene> settingsScenes() {
@@ -160,29 +312,45 @@ std::vector<SettingsScene> settingsScenes() {
       "quietEnabled": true, "limit": 120, "low": 5, "lowSound": "Submarine"})";
   return {
       {.name = "settings"},
-      {.name = "settings-end", .failing = true, .scrolled = 2000},
+      {.name = "settings-end", .failing = true, .scrolled = kBottom},
       {.name = "settings-changed", .settings = kOff},
-      {.name = "settings-quiet", .settings = kOff, .scrolled = 2000},
+      {.name = "settings-quiet", .settings = kOff, .scrolled = kBottom},
       {.name = "settings-dark", .settings = kOff, .dark = true},
-      {.name = "settings-dark-end", .dark = true, .failing = true, .scrolled = 2000},
+      {.name = "settings-dark-end", .dark = true, .failing = true, .scrolled = kBottom},
       {.name = "settings-strong", .strong = true},
       {.name = "settings-strong-dark",
        .settings = kOff,
        .dark = true,
        .strong = true,
-       .scrolled = 2000},
-      {.name = "settings-large", .fontFactor = 1.5},
+       .scrolled = kBottom},
+      {.name = "settings-large", .points = 15},
+      {.name = "settings-turned-dark", .failing = true, .scrolled = kBottom, .darkLater = true},
+      {.name = "settings-focus-switch", .focused = "Charge limit"},
+      {.name = "settings-focus-stepper", .focused = "Alert when charging reaches 80%"},
+      {.name = "settings-focus-sound-dark", .dark = true, .focused = "Sound"},
+      {.name = "settings-focus-time", .settings = kOff, .scrolled = kBottom, .focused = "From"},
       {.name = "settings-permission", .dialog = "Charge limit"},
       {.name = "settings-reset", .dark = true, .dialog = "Reset History…"},
+      {.name = "settings-german", .locale = "de_DE"},
+      {.name = "settings-german-end", .scrolled = kBottom, .locale = "de_DE"},
+      {.name = "settings-arabic", .locale = "ar_EG"},
+      {.name = "settings-arabic-end", .scrolled = kBottom, .locale = "ar_EG"},
+      {.name = "settings-mirrored",
+       .settings = kOff,
+       .dialog = "«Reset History…»",
+       .locale = "fa_IR",
+       .language = "q2"},
+      {.name = "settings-mirrored-end",
+       .settings = kOff,
+       .scrolled = kBottom,
+       .locale = "fa_IR",
+       .language = "q2"},
   };
 }
 
-bool render(const SettingsScene& scene, const std::filesystem::path& folder) {
-  QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
-  const QFont font = QApplication::font();
-  QFont scaled = font;
-  scaled.setPointSizeF(font.pointSizeF() * scene.fontFactor);
-  QApplication::setFont(scaled);
+bool render(const SettingsScene& scene, DesktopLooks& looks, const std::filesystem::path& folder) {
+  const Language language(scene.locale, scene.language);
+  const FontSize font(scene.points);
   FakeHost host;
   host.clock.time = kNow;
   host.files.edit("/config/defaults.json", scene.settings);
@@ -191,7 +359,7 @@ bool render(const SettingsScene& scene, const std::filesystem::path& folder) {
     host.bundle.identifier.reset();
     host.login.error = "Permission denied";
   }
-  applyAppearance(appearanceOf(scene));
+  looks.apply(appearanceOf(scene));
   SettingsWindow window(host);
   window.present();
   const QString pressed = scene.failing ? "Launch at Login" : scene.dialog;
@@ -202,14 +370,15 @@ bool render(const SettingsScene& scene, const std::filesystem::path& folder) {
   host.centre.answerStatus(AuthorizationStatus::notDetermined);
   host.runLoop.drain();
   QApplication::processEvents();
+  if (scene.darkLater) looks.apply({Appearance::ColorScheme::dark, {}});
+  if (scene.focused != nullptr) focus(window, scene.focused);
+  QApplication::processEvents();
   window.findChild<QScrollArea*>()->verticalScrollBar()->setValue(scene.scrolled);
   QApplication::processEvents();
   const auto file = folder / (std::string(scene.name) + ".png");
   auto* dialog = window.findChild<QDialog*>();
   auto& shown = dialog != nullptr ? static_cast<QWidget&>(*dialog) : window;
-  const bool saved = shown.grab().save(QString::fromStdString(file.string()));
-  QApplication::setFont(font);
-  return saved;
+  return shown.grab().save(QString::fromStdString(file.string()));
 }
 
 }  // namespace
@@ -218,12 +387,18 @@ bool render(const SettingsScene& scene, const std::filesystem::path& folder) {
 int main(int argc, char** argv) {
   const std::filesystem::path folder = argc > 1 ? argv[1] : "gallery";
   std::filesystem::create_directories(folder);
-  // A screen that nobody sees.
-  qputenv("QT_QPA_PLATFORM", "offscreen");
+  // A screen that nobody sees, as small laptops have it.
+  const auto screens = std::filesystem::absolute(folder / "screens.json");
+  std::ofstream(screens) << R"({"screens": [{"name": "laptop", "x": 0, "y": 0, "width": 1366,
+      "height": 768, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})";
+  qputenv("LC_ALL", "C.UTF-8");
+  qputenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + screens.string()).c_str());
   const QApplication application(argc, argv);
+  QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
+  lumora::DesktopLooks looks;
   const auto renderAll = [&](const auto& scenes) {
     return std::all_of(scenes.begin(), scenes.end(), [&](const auto& scene) {
-      const bool rendered = lumora::test::render(scene, folder);
+      const bool rendered = lumora::test::render(scene, looks, folder);
       if (!rendered) std::cerr << "could not render " << scene.name << '\n';
       return rendered;
     });

@@ -3,9 +3,9 @@
 // Days of a machine in memory, with a full history, the real windows, and a battery that is never
 // still: soak [DAYS]. Prints what the process takes after each day; fails where it has grown by
 // more than a megabyte since the first one, or keeps a file open.
-#include "FakeHost.h"
-#include "Platform/Linux/Memory.h"
-#include "Views/PopoverWindow.h"
+#include "Linux/System/Memory.h"
+#include "Views/FakeHost.h"
+#include "Views/Popover/PopoverWindow.h"
 
 #include <QApplication>
 #include <cstdlib>
@@ -110,6 +110,7 @@ bool soak(int days) {
 int main(int argc, char** argv) {
   lumora::giveLargeBlocksBack();
   // A screen that nobody sees.
+  qputenv("LC_ALL", "C.UTF-8");
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   return lumora::test::soak(argc > 1 ? std::atoi(argv[1]) : 30) ? 0 : 1;

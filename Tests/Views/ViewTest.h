@@ -2,8 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "FakeHost.h"
-#include "Views/PopoverView.h"
+#include "Views/Children.h"
+#include "Views/Controls/SegmentedPicker.h"
+#include "Views/FakeHost.h"
+#include "Views/Patience.h"
+#include "Views/Popover/DailySummaryView.h"
+#include "Views/Popover/HistoryChart.h"
+#include "Views/Popover/PopoverView.h"
+#include "Views/Popover/RingView.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -30,7 +36,7 @@ class ViewTest : public testing::Test {
     host.model().refresh(AppModel::Reason::change);
     view = std::make_unique<PopoverView>(host);
     view->show();
-    EXPECT_TRUE(QTest::qWaitForWindowExposed(view.get()));
+    EXPECT_TRUE(waitUntilExposed(view.get()));
     return *view;
   }
 
@@ -63,14 +69,9 @@ class ViewTest : public testing::Test {
   /// The one widget of that class.
   template <typename Widget>
   Widget* only() const {
-    Widget* found = nullptr;
-    for (auto* child : view->findChildren<QWidget*>()) {
-      if (auto* widget = dynamic_cast<Widget*>(child)) {
-        EXPECT_EQ(found, nullptr);
-        found = widget;
-      }
-    }
-    return found;
+    const auto found = childrenOf<Widget>(*view);
+    EXPECT_EQ(found.size(), 1);
+    return found.isEmpty() ? nullptr : found.first();
   }
 
   FakeHost host;

@@ -6,7 +6,8 @@
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
-  // A screen that nobody sees.
+  // A screen that nobody sees, and texts as they stand in the source.
+  qputenv("LC_ALL", "C.UTF-8");
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   return RUN_ALL_TESTS();

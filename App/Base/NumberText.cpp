@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Base/NumberText.h"
+
+#include "Base/Texts.h"
+
+#include <array>
+#include <cstdio>
+
+namespace lumora {
+namespace {
+
+/// The flag I of the C library, for the locale's digits, is not known to every compiler.
+template <typename... Values>
+std::string printed(const char* format, Values... values) {
+  std::array<char, 1024> text{};  // The largest double has 309 digits of up to three bytes.
+  const int length = std::snprintf(text.data(), text.size(), format, values...);
+  return length < 0 ? std::string() : std::string(text.data());
+}
+
+}  // namespace
+
+std::string numberText(std::int64_t number) { return printed("%Ild", static_cast<long>(number)); }
+
+std::string twoDigitText(std::int64_t number) {
+  // A width would count bytes, not digits.
+  return (number < 10 ? numberText(0) : "") + numberText(number);
+}
+
+std::string decimalText(double number, int decimals) { return printed("%I.*f", decimals, number); }
+
+std::string percentText(std::int64_t percent) { return percentText(numberText(percent)); }
+
+std::string percentText(std::string_view numbers) {
+  // TRANSLATORS: A percentage, alone or within a sentence; %1$s is a number ("80") or a range of
+  // them ("41–80"), and %% is the percent sign. Put it where your language has it, with its blank
+  // (one that does not break: U+00A0 or U+202F).
+  return filled(translatedIn("percentage", "%1$s%%"), {numbers});
+}
+
+std::string joined(std::string_view first, std::string_view second) {
+  // TRANSLATORS: Two facts side by side, such as "80% · 2:05" or "87% · Good".
+  return filled(translatedIn("two facts", "%1$s · %2$s"), {first, second});
+}
+
+}  // namespace lumora

@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Linux/Session/DesktopAppearance.h"
+
+#include <cmath>
+#include <map>
+#include <sstream>
+#include <string>
+#include <tuple>
+#include <vector>
+
+namespace lumora {
+namespace {
+
+constexpr const char* kName = "org.freedesktop.portal.Desktop";
+constexpr const char* kPath = "/org/freedesktop/portal/desktop";
+constexpr const char* kInterface = "org.freedesktop.portal.Settings";
+constexpr const char* kAppearance = "org.freedesktop.appearance";
+constexpr const char* kGnome = "org.gnome.desktop.interface";
+// The first window waits for the answer, so that it does not change its colours at once.
+constexpr std::chrono::milliseconds kPatience{30};
+// What GNOME lets its users choose.
+constexpr double kLeastScale = 0.5;
+constexpr double kMostScale = 3;
+
+std::optional<std::uint32_t> rgb(const std::tuple<double, double, double>& color) {
+  std::uint32_t packed = 0;
+  for (const double part : {std::get<0>(color), std::get<1>(color), std::get<2>(color)}) {
+    // Outside the range means that the user has chosen none.
+    if (!(part >= 0 && part <= 1)) return std::nullopt;
+    packed = packed << 8U | static_cast<std::uint32_t>(std::lround(part * 255));
+  }
+  return packed;
+}
+
+Appearance::ColorScheme colorScheme(std::uint32_t number) {
+  if (number == 1) return Appearance::ColorScheme::dark;
+  return number == 2 ? Appearance::ColorScheme::light : Appearance::ColorScheme::noPreference;
+}
+
+void takeColors(Appearance& appearance, const Glib::ustring& key, const Glib::VariantBase& value) {
+  if (key == "color-scheme") {
+    appearance.colorScheme = colorScheme(valueOr<std::uint32_t>(value));
+  } else if (key == "accent-color") {
+    using Color = std::tuple<double, double, double>;
+    appearance.accent = rgb(valueOr<Color>(value, Color{-1, -1, -1}));
+  } else if (key == "contrast") {
+    appearance.highContrast = valueOr<std::uint32_t>(value) == 1;
+  }
+}
+
+void takeFont(Appearance& appearance, const Glib::ustring& key, const Glib::VariantBase& value) {
+  if (key == "font-name") {
+    const auto font = valueOr<Glib::ustring>(value);
+    appearance.font = font.empty() ? std::nullopt : std::optional(font.raw());
+  } else if (key == "text-scaling-factor") {
+    const double factor = valueOr<double>(value, 1);
+    appearance.textScale = factor >= kLeastScale && factor <= kMostScale ? factor : 1;
+  }
+}
+
+/// Whether one of the names with colons between them is GNOME's.
+bool isGnome(const std::string& desktop) {
+  std::istringstream names(desktop);
+  for (std::string name; std::getline(names, name, ':');) {
+    if (name == "GNOME") return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+DesktopAppearance::DesktopAppearance(const BusConnection& session, const std::string& desktop)
+    : session_(session) {
+  if (!session_) return;
+  std::vector<Glib::ustring> namespaces{kAppearance};
+  if (isGnome(desktop)) namespaces.emplace_back(kGnome);
+  for (const Glib::ustring& name : namespaces) {
+    settingChanged_.emplace_back(
+        session_, SignalSubscription::Source{kName, kPath, kInterface, "SettingChanged", name},
+        [this](const Glib::VariantContainerBase& arguments) {
+          take(argument<Glib::ustring>(arguments, 0), argument<Glib::ustring>(arguments, 1),
+               argument<Glib::VariantBase>(arguments, 2));
+        });
+  }
+  readAll_ = {.remote = {kName, kPath, kInterface},
+              .method = "ReadAll",
+              .arguments = busArguments(namespaces),
+              .timeout = kPatience,
+              .start = ServiceWatch::Start::ifRunning};
+  takeAll(callMethodAndWait(session_, readAll_));
+  // A portal that is slow, starts later or starts again tells then.
+  readAll_.timeout = kNoTimeout;
+  watch_.emplace(
+      Gio::DBus::BusType::SESSION, kName, ServiceWatch::Start::ifRunning,
+      [this](const BusConnection& /*session*/) {
+        callMethod(session_, readAll_, sigc::mem_fun(*this, &DesktopAppearance::takeAll));
+      },
+      [] {});
+}
+
+void DesktopAppearance::takeAll(const BusReply& reply) {
+  using Settings = std::map<Glib::ustring, Properties>;
+  for (const auto& [space, wishes] : reply.value<Settings>().value_or(Settings{})) {
+    for (const auto& [key, value] : wishes) take(space, key, value);
+  }
+}
+
+void DesktopAppearance::take(const Glib::ustring& space, const Glib::ustring& key,
+                             const Glib::VariantBase& value) {
+  Appearance appearance = *appearance_;
+  // GNOME has keys of the same names and other types.
+  if (space == kAppearance) takeColors(appearance, key, value);
+  if (space == kGnome) takeFont(appearance, key, value);
+  if (appearance != *appearance_) appearance_.set(appearance);
+}
+
+}  // namespace lumora

@@ -1,0 +1,90 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Views/Controls/Labels.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QFontInfo>
+#include <QFontMetrics>
+#include <QPalette>
+#include <QVariant>
+#include <algorithm>
+
+namespace lumora {
+namespace {
+
+constexpr const char* kRole = "textRole";
+
+}  // namespace
+
+void setFontRole(QWidget* widget, TextRole role) {
+  widget->setFont(fontFor(role));
+  widget->setProperty(kRole, static_cast<int>(role));
+}
+
+void renewFonts(const QWidget* whole) {
+  for (auto* widget : whole->findChildren<QWidget*>()) {
+    const QVariant role = widget->property(kRole);
+    if (role.isValid()) widget->setFont(fontFor(static_cast<TextRole>(role.toInt())));
+  }
+}
+
+Label::Label(TextRole role, const QString& text) : QLabel(text) {
+  setFontRole(this, role);
+  setTextFormat(Qt::PlainText);
+}
+
+void Label::setColor(TextColor color) {
+  color_ = color;
+  applyColor();
+}
+
+void Label::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::PaletteChange) applyColor();
+  QLabel::changeEvent(event);
+}
+
+void Label::applyColor() {
+  if (color_ == TextColor::primary) return;
+  // Not of its own palette, which has the colour that was set before.
+  const QColor wanted = textColor(color_, QApplication::palette());
+  if (palette().color(QPalette::Active, QPalette::WindowText) == wanted) return;
+  // This one colour; all others go on following the desktop's.
+  QPalette own;
+  own.setColor(QPalette::WindowText, wanted);
+  setPalette(own);
+}
+
+Label* makeLabel(TextRole role, const QString& text) { return new Label(role, text); }
+
+Label* makeWrapping(TextRole role, const QString& text) {
+  Label* label = makeLabel(role, text);
+  label->setWordWrap(true);
+  return label;
+}
+
+int longestWord(const QString& text, const QFont& font) {
+  const QFontMetrics metrics(font);
+  int longest = 0;
+  for (const QString& word : text.split(' ')) {
+    longest = std::max(longest, metrics.horizontalAdvance(word));
+  }
+  return longest;
+}
+
+QFont fontThatFits(TextRole role, const QString& text, int width) {
+  QFont font = fontFor(role);
+  for (int pixels = QFontInfo(font).pixelSize(); pixels > 1 && longestWord(text, font) > width;) {
+    font.setPixelSize(--pixels);
+  }
+  return font;
+}
+
+void layOutPair(QBoxLayout& row, const QLabel& first, QWidget& second, int width) {
+  const int taken = longestWord(first.text(), first.font()) + row.spacing();
+  const bool fits = taken + second.sizeHint().width() <= width;
+  row.setDirection(fits ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+  row.setAlignment(&second, fits ? Qt::AlignBottom : Qt::AlignRight);
+}
+
+}  // namespace lumora

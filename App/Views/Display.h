@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QGuiApplication>
+#include <QRect>
+#include <QScreen>
+
+namespace lumora {
+
+/// Whether a Wayland compositor shows the windows: it places them, and tells nothing of its panels.
+inline bool isOnWayland() { return QGuiApplication::platformName().startsWith("wayland"); }
+
+/// What panels leave of a screen; on Wayland an estimate, with room for one at the top or bottom.
+inline QRect freeGeometry(const QScreen& screen) {
+  constexpr int kPanel = 40;
+  return isOnWayland() ? screen.geometry().adjusted(0, 0, 0, -kPanel) : screen.availableGeometry();
+}
+
+}  // namespace lumora

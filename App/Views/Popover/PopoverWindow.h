@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Base/ScreenPoint.h"
+#include "Views/ViewsModule.h"
+
+#include <QElapsedTimer>
+#include <QWidget>
+#include <memory>
+#include <optional>
+
+class QScrollArea;
+
+namespace lumora {
+
+class ClicksElsewhere;
+class LayerShell;
+class LayerSurface;
+class PopoverView;
+
+/// The frameless window that holds the popover: at the click and kept on the screen where the
+/// display lets windows choose their place, or has layers for what belongs to a panel; else where
+/// the compositor puts it. It is as large as
+/// its content, which scrolls where the screen is too low for it. It closes when the user turns to
+/// something else, and on Esc.
+class PopoverWindow : public QWidget {
+ public:
+  explicit PopoverWindow(ViewsHost& host);
+  ~PopoverWindow() override;
+
+  /// Shows it at a click, in the tray's coordinates, or where the tray usually is.
+  void showAt(std::optional<ScreenPoint> click);
+
+  /// Whether it is shown, or was until less than a double click's time ago, when the user turned
+  /// elsewhere: a click on the tray's item closes it first, and then asks for it.
+  bool isShownToTheUser() const;
+
+  /// Closes it because the user asked for that; the next click opens it again.
+  void hideFromTheUser();
+
+  /// Gives up the window and its picture on the display, until it is shown again.
+  void leaveScreen() { destroy(); }
+
+  void setVisible(bool visible) override;
+
+ protected:
+  bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void fit();
+  void place();
+  void dismiss();
+  bool enterLayer();
+
+  // Null where windows choose their place, or the compositor alone does.
+  std::unique_ptr<LayerShell> layers_;
+  PopoverView* view_;
+  QScrollArea* scroll_;
+  std::optional<ScreenPoint> click_;
+  QElapsedTimer sinceDismissed_;
+  // While it is shown in a layer.
+  std::unique_ptr<LayerSurface> layer_;
+  std::unique_ptr<ClicksElsewhere> clicksElsewhere_;
+};
+
+}  // namespace lumora

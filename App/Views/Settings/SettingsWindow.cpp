@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Views/Settings/SettingsWindow.h"
+
+#include "Base/Texts.h"
+#include "Views/Display.h"
+#include "Views/Settings/SettingsView.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QScrollArea>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace lumora {
+namespace {
+
+constexpr int kWidth = 480;
+constexpr int kHeight = 720;
+// The frame that the desktop puts around it.
+constexpr int kFrame = 40;
+
+}  // namespace
+
+SettingsWindow::SettingsWindow(ViewsHost& host)
+    : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint) {
+  setWindowTitle(translated("Lumora Settings"));
+  auto* scroll = new QScrollArea;
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scroll->setWidgetResizable(true);
+  scroll->setWidget(new SettingsView(host));
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(scroll);
+}
+
+void SettingsWindow::present() {
+  if (const QScreen* screen = QGuiApplication::primaryScreen(); screen != nullptr && !presented_) {
+    const QRect available = freeGeometry(*screen);
+    setFixedSize(kWidth, std::min(kHeight, available.height() - kFrame));
+    move(available.center() - rect().center());
+    presented_ = true;
+  }
+  show();
+  raise();
+  activateWindow();
+}
+
+void SettingsWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Cancel) || event->matches(QKeySequence::Close)) {
+    close();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+}  // namespace lumora

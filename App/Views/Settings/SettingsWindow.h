@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Views/ViewsModule.h"
+
+#include <QWidget>
+
+namespace lumora {
+
+/// The window of the settings, made once: closing it hides it.
+class SettingsWindow : public QWidget {
+ public:
+  explicit SettingsWindow(ViewsHost& host);
+
+  /// Shows it, or brings it to the front.
+  void present();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  bool presented_ = false;
+};
+
+}  // namespace lumora

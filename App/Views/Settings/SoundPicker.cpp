@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Views/Settings/SoundPicker.h"
+
+#include "Base/Texts.h"
+#include "Preferences/SoundNames.h"
+
+#include <QVariant>
+#include <QWheelEvent>
+#include <utility>
+
+namespace lumora {
+
+SoundPicker::SoundPicker(Picked picked, QWidget* parent) : QComboBox(parent) {
+  // TRANSLATORS: The desktop's own sound of a notification.
+  addItem(translatedIn("sound", "Default"), kDefaultSoundName);
+  // TRANSLATORS: No sound.
+  addItem(translatedIn("sound", "None"), kNoSoundName);
+  insertSeparator(count());
+  for (const char* name : kSoundNames) addItem(name, name);
+  setMaxVisibleItems(count());
+  setFocusPolicy(Qt::StrongFocus);
+  connect(this, &QComboBox::activated, this, [this, picked = std::move(picked)](int index) {
+    const std::string sound = itemData(index).toString().toStdString();
+    if (sound != shown_) picked(sound);
+  });
+}
+
+void SoundPicker::show(const std::string& sound) {
+  shown_ = sound;
+  const QString stored = QString::fromStdString(sound);
+  setPlaceholderText(stored);
+  setCurrentIndex(findData(stored));
+}
+
+void SoundPicker::wheelEvent(QWheelEvent* event) {
+  if (hasFocus()) {
+    QComboBox::wheelEvent(event);
+  } else {
+    event->ignore();
+  }
+}
+
+}  // namespace lumora

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Content/LayerPlace.h"
+
+#include <ostream>
+
+#include <gtest/gtest.h>
+
+namespace lumora {
+
+void PrintTo(const LayerPlace& place, std::ostream* stream) {
+  *stream << (place.atTop ? "top " : "bottom ") << place.marginY << ", "
+          << (place.atLeft ? "left " : "right ") << place.marginX;
+}
+
+namespace {
+
+constexpr ScreenSize kSize{340, 520};
+constexpr ScreenRect kScreen{0, 0, 1920, 1080};
+
+LayerPlace at(ScreenPoint click, const ScreenRect& screen = kScreen) {
+  return layerPlace(click, kSize, screen, false);
+}
+
+TEST(LayerPlace, HangsBesideThePanelThatWasClicked) {
+  EXPECT_EQ(at({1500, 14}), (LayerPlace{.atTop = true, .atLeft = false, .marginX = 250}));
+  EXPECT_EQ(at({400, 1060}), (LayerPlace{.atTop = false, .atLeft = true, .marginX = 230}));
+  EXPECT_EQ(at({1900, 700}), (LayerPlace{.atTop = false, .atLeft = false, .marginY = 120}));
+  EXPECT_EQ(at({20, 300}), (LayerPlace{.atTop = true, .atLeft = true, .marginY = 40}));
+}
+
+TEST(LayerPlace, KeepsItsDistanceFromTheCorners) {
+  EXPECT_EQ(at({1905, 14}), (LayerPlace{.atTop = true, .atLeft = false}));
+  EXPECT_EQ(at({1910, 20}), (LayerPlace{.atTop = true, .atLeft = false}));
+  EXPECT_EQ(at({10, 1070}), (LayerPlace{.atTop = false, .atLeft = true}));
+}
+
+TEST(LayerPlace, CountsFromTheEdgesOfTheScreenThatWasClicked) {
+  EXPECT_EQ(at({3420, 1014}, {1920, 1000, 1920, 1080}),
+            (LayerPlace{.atTop = true, .atLeft = false, .marginX = 250}));
+}
+
+TEST(LayerPlace, IsTheCornerOfTheTrayWithoutAClick) {
+  EXPECT_EQ(layerPlace(std::nullopt, kSize, kScreen, false), (LayerPlace{.atTop = true}));
+  EXPECT_EQ(layerPlace(std::nullopt, kSize, kScreen, true), (LayerPlace{.atTop = false}));
+}
+
+TEST(ClickedInLayer, IsCountedAsTheToolkitCounts) {
+  EXPECT_EQ(clickedInLayer({1725, 1050}, 1.5), (ScreenPoint{1150, 700}));
+  EXPECT_EQ(clickedInLayer({1725, 1050}, 1), (ScreenPoint{1725, 1050}));
+}
+
+TEST(ClickedInLayer, IsNotKnownFromATrayThatCountsFromItsIcon) {
+  EXPECT_EQ(clickedInLayer({0, 0}, 1), std::nullopt);
+  EXPECT_EQ(clickedInLayer({43, 12}, 1), std::nullopt);
+  EXPECT_EQ(clickedInLayer({20, 700}, 1), (ScreenPoint{20, 700}));
+}
+
+}  // namespace
+}  // namespace lumora
