@@ -10,6 +10,13 @@
 namespace lumora {
 namespace {
 
+/// Some locales have digits that their language's desktops do not use.
+bool nativeDigits() {
+  // TRANSLATORS: Not shown. "native" where desktops write numbers with the digits of your script
+  // (and the locale has them), as they do in Persian, else "western": 0 to 9.
+  return std::string_view(translatedIn("digits", "western")) == "native";
+}
+
 /// The flag I of the C library, for the locale's digits, is not known to every compiler.
 template <typename... Values>
 std::string printed(const char* format, Values... values) {
@@ -27,7 +34,9 @@ std::string twoDigitText(std::int64_t number) {
   return (number < 10 ? numberText(0) : "") + numberText(number);
 }
 
-std::string decimalText(double number, int decimals) { return printed("%I.*f", decimals, number); }
+std::string decimalText(double number, int decimals) {
+  return printed(nativeDigits() ? "%I.*f" : "%.*f", decimals, number);
+}
 
 std::string percentText(std::int64_t percent) { return percentText(numberText(percent)); }
 

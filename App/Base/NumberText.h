@@ -8,8 +8,9 @@
 
 namespace lumora {
 
-/// How numbers are written wherever they are part of a text: with the digits and the decimal mark
-/// of the user's locale, and the percent sign where the language has it. No number is grouped.
+/// How numbers are written wherever they are part of a text: with the decimal mark of the user's
+/// locale, its digits if the language of the texts wants them (Persian does, Hindi does not), and
+/// the percent sign where the language has it. No number is grouped.
 
 std::string numberText(std::int64_t number);
 

@@ -38,12 +38,21 @@ TEST(NumberText, GroupsNoThousandsWhateverTheLocale) {
   EXPECT_EQ(decimalText(1234.56, 1), "1234,6");
 }
 
-TEST(NumberText, HasTheLocalesDigitsAndDecimalMark) {
-  const ScopedLocale persian("fa_IR");
+TEST(NumberText, HasTheLocalesDigitsAndDecimalMarkWhereTheLanguageWantsThem) {
+  const ScopedLocale persian("fa_IR", "fa");
   EXPECT_EQ(numberText(1234567890), "۱۲۳۴۵۶۷۸۹۰");
   EXPECT_EQ(twoDigitText(5), "۰۵");
   EXPECT_EQ(decimalText(31.4, 1), "۳۱٫۴");
   EXPECT_EQ(decimalText(std::numeric_limits<double>::max(), 1).size(), 2U * 310 + 2);
+}
+
+TEST(NumberText, HasWesternDigitsWhereTheLanguageHasNoOthers) {
+  {
+    const ScopedLocale hindi("hi_IN", "hi");
+    EXPECT_EQ(numberText(80) + " " + decimalText(31.4, 1), "80 31.4");
+  }
+  const ScopedLocale persianWithEnglishTexts("fa_IR");
+  EXPECT_EQ(numberText(80) + " " + decimalText(31.4, 1), "80 31.4");
 }
 
 TEST(NumberText, PutsThePercentSignWhereTheLanguageHasIt) {
@@ -53,7 +62,7 @@ TEST(NumberText, PutsThePercentSignWhereTheLanguageHasIt) {
 
 TEST(NumberText, IsTheSameWhereverANumberStands) {
   const ScopedTimeZone zone("UTC");
-  const ScopedLocale persian("fa_IR");
+  const ScopedLocale persian("fa_IR", "q4");
   BatteryState state = onBattery(80);
   state.minutesToEmpty = 125;
   state.cycleCount = 412;
@@ -72,7 +81,7 @@ TEST(NumberText, IsTheSameWhereverANumberStands) {
 }
 
 TEST(NumberText, IsDrawnIntoTheIconWithDigitsThatFit) {
-  const ScopedLocale persian("fa_IR");
+  const ScopedLocale persian("fa_IR", "q4");
   BatteryState state = onBattery(80);
   state.minutesToEmpty = 125;
   Prefs prefs;

@@ -79,6 +79,9 @@ class CheckTest(unittest.TestCase):
     def test_the_wrong_direction(self):
         self.assertIn("direction", self.planted('msgstr "ltr"', 'msgstr "rtl"'))
 
+    def test_translated_digits(self):
+        self.assertIn("digits", self.planted('msgstr "native"', 'msgstr "westlich"'))
+
     def test_a_percentage_without_a_sign(self):
         self.assertIn("percent sign", self.planted('msgstr "«%1$s%%»"', 'msgstr "«%1$s percent»"'))
 
