@@ -27,7 +27,9 @@ std::string printed(const char* format, Values... values) {
 
 }  // namespace
 
-std::string numberText(std::int64_t number) { return printed("%Ild", static_cast<long>(number)); }
+std::string numberText(std::int64_t number) {
+  return printed(nativeDigits() ? "%Ild" : "%ld", static_cast<long>(number));
+}
 
 std::string twoDigitText(std::int64_t number) {
   // A width would count bytes, not digits.

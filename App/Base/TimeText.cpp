@@ -35,6 +35,14 @@ std::string withMark(const std::string& time, const std::tm& local, const ClockF
   return form.markFirst ? mark + kBlank + time : time + kBlank + mark;
 }
 
+/// Latvian fills the short ones up with a blank that does not break.
+std::string weekdayOf(const std::tm& local) {
+  constexpr std::string_view kBlank = "\u00A0";
+  std::string day = printed("%a", local);
+  if (day.ends_with(kBlank)) day.erase(day.size() - kBlank.size());
+  return day;
+}
+
 std::int64_t hourOf(const std::tm& local, const ClockForm& form) {
   return form.twelveHours ? (local.tm_hour + 11) % 12 + 1 : local.tm_hour;
 }
@@ -55,7 +63,12 @@ ClockForm clockForm(std::string_view timeFormat, std::string_view formatWithMark
   return form;
 }
 
-ClockForm clockForm() { return clockForm(nl_langinfo(T_FMT), nl_langinfo(T_FMT_AMPM)); }
+ClockForm clockForm() {
+  ClockForm form = clockForm(nl_langinfo(T_FMT), nl_langinfo(T_FMT_AMPM));
+  // Malay has twelve hours without a mark of the half: nobody could tell three from fifteen.
+  if (std::string_view(nl_langinfo(AM_STR)).empty()) form.twelveHours = false;
+  return form;
+}
 
 std::string timeOfDayText(Date date, const ClockForm& form) {
   const auto local = localTime(date);
@@ -74,7 +87,7 @@ std::string hourText(Date date, const ClockForm& form) {
 
 std::string weekdayText(Date date) {
   const auto local = localTime(date);
-  return local ? printed("%a", *local) : std::string();
+  return local ? weekdayOf(*local) : std::string();
 }
 
 std::string dayText(Date date) {
@@ -82,8 +95,7 @@ std::string dayText(Date date) {
   if (!local) return {};
   // TRANSLATORS: A day in the table of the last seven days, as short as can be: %1$s is the
   // abbreviated weekday ("Mon"), %2$s the day of the month ("14").
-  return filled(translatedIn("day", "%1$s %2$s"),
-                {printed("%a", *local), numberText(local->tm_mday)});
+  return filled(translatedIn("day", "%1$s %2$s"), {weekdayOf(*local), numberText(local->tm_mday)});
 }
 
 }  // namespace lumora

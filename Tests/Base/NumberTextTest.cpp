@@ -110,6 +110,8 @@ TEST(TimeText, IsTheLocales) {
            Case{"ko_KR", "22:15", "22:15", "화 14"},
            Case{"ar_EG", "10:15\u00A0م", "10\u00A0م", "ث 14"},
            Case{"he_IL", "22:15", "22:15", "ג' 14"},
+           Case{"lv", "22:15", "22:15", "O 14"},
+           Case{"ms", "22:15", "22:15", "Sel 14"},
        }) {
     const ScopedLocale scoped(locale);
     EXPECT_EQ(timeOfDayText(kAfternoon), time) << locale;

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Support/ScopedLocale.h"
 #include "Views/Controls/SegmentedPicker.h"
 #include "Views/FakeHost.h"
+#include "Views/Languages.h"
 #include "Views/Pixels.h"
 #include "Views/Popover/PopoverView.h"
 #include "Views/Settings/SettingsWindow.h"
@@ -16,24 +16,12 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QTimeEdit>
-#include <filesystem>
 #include <memory>
-#include <set>
 
 #include <gtest/gtest.h>
 
 namespace lumora::test {
 namespace {
-
-/// The languages there are catalogues of, but those of which only the texts' breaking matters.
-std::set<std::string> languages() {
-  std::set<std::string> found;
-  for (const auto& folder : std::filesystem::directory_iterator(LUMORA_TEST_CATALOGUES)) {
-    const std::string name = folder.path().filename();
-    if (folder.is_directory() && !name.starts_with("q")) found.insert(name);
-  }
-  return found;
-}
 
 bool tellsSomething(const QWidget* widget) {
   return qobject_cast<const QLabel*>(widget) != nullptr ||
@@ -101,19 +89,19 @@ QStringList faults(const QWidget& window) {
 /// Each test goes through all languages in one size of the desktop's font, in points.
 class FitTest : public testing::TestWithParam<double> {
  public:
-  ~FitTest() override { QApplication::setLayoutDirection(Qt::LeftToRight); }
-
   template <typename Show>
   void inEachLanguage(const Show& show) {
     const ScopedFontSize size(GetParam());
     for (const std::string& language : languages()) {
-      // Its marks of the halves of the day make the times longest.
-      const ScopedLocale american("en_US", language);
-      QApplication::setLayoutDirection(isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
-      const std::unique_ptr<QWidget> window = show();
-      QApplication::processEvents();
-      for (const QString& fault : faults(*window)) {
-        ADD_FAILURE() << language << ": " << fault.toStdString();
+      // The marks of the halves of the American day make the times longest, and the language's own
+      // locale has its weekdays.
+      for (const std::string& locale : {std::string("en_US"), language}) {
+        const ScopedLanguage scoped(locale, language);
+        const std::unique_ptr<QWidget> window = show();
+        QApplication::processEvents();
+        for (const QString& fault : faults(*window)) {
+          ADD_FAILURE() << language << " in " << locale << ": " << fault.toStdString();
+        }
       }
     }
   }

@@ -4,18 +4,22 @@
 
 #include "Base/LocalTime.h"
 #include "Base/Texts.h"
-#include "Support/ScopedLocale.h"
+#include "Views/Children.h"
 #include "Views/Controls/Disclosure.h"
 #include "Views/Controls/SegmentedPicker.h"
 #include "Views/FakeHost.h"
+#include "Views/Languages.h"
+#include "Views/Popover/PopoverView.h"
 #include "Views/Popover/PopoverWindow.h"
 #include "Views/Settings/SettingsWindow.h"
 #include "Views/Theme/DesktopLooks.h"
 
 #include <QApplication>
 #include <QDialog>
+#include <QLayout>
 #include <QLocale>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QToolButton>
@@ -24,6 +28,7 @@
 #include <fstream>
 #include <iostream>
 #include <optional>
+#include <set>
 
 #include <qcustomplot.h>
 
@@ -219,26 +224,6 @@ class FontSize {
   QFont usual_ = QApplication::font();
 };
 
-/// A locale and the language of its texts until it goes out of scope, as the program takes them.
-class Language {
- public:
-  Language(const char* locale, const char* language) {
-    if (locale == nullptr) return;
-    locale_.emplace(locale, language != nullptr ? language : "");
-    QLocale::setDefault(QLocale(QString(locale)));
-    QApplication::setLayoutDirection(isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
-  }
-  ~Language() {
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
-    QApplication::setLayoutDirection(Qt::LeftToRight);
-  }
-  Language(const Language&) = delete;
-  Language& operator=(const Language&) = delete;
-
- private:
-  std::optional<ScopedLocale> locale_;
-};
-
 /// Puts the keyboard's focus on the control of that text or name, as the tab key does.
 void focus(QWidget& window, const QString& name) {
   window.setAttribute(Qt::WA_KeyboardFocusChange);
@@ -260,7 +245,10 @@ void pointAt(QWidget& window, double share) {
 }
 
 bool render(const Scene& scene, DesktopLooks& looks, const std::filesystem::path& folder) {
-  const Language language(scene.locale, scene.language);
+  std::optional<ScopedLanguage> language;
+  if (scene.locale != nullptr) {
+    language.emplace(scene.locale, scene.language != nullptr ? scene.language : "");
+  }
   const FontSize font(scene.points);
   FakeHost host;
   host.clock.time = kNow;
@@ -349,7 +337,10 @@ std::vector<SettingsScene> settingsScenes() {
 }
 
 bool render(const SettingsScene& scene, DesktopLooks& looks, const std::filesystem::path& folder) {
-  const Language language(scene.locale, scene.language);
+  std::optional<ScopedLanguage> language;
+  if (scene.locale != nullptr) {
+    language.emplace(scene.locale, scene.language != nullptr ? scene.language : "");
+  }
   const FontSize font(scene.points);
   FakeHost host;
   host.clock.time = kNow;
@@ -381,6 +372,58 @@ bool render(const SettingsScene& scene, DesktopLooks& looks, const std::filesyst
   return shown.grab().save(QString::fromStdString(file.string()));
 }
 
+/// All languages side by side, each under its name, as `show` renders them.
+template <typename Show>
+bool contactSheet(const std::filesystem::path& file, QSize tile, const Show& show) {
+  constexpr int kColumns = 9;
+  constexpr int kCaption = 24;
+  const std::set<std::string> all = languages();
+  const int rows = (static_cast<int>(all.size()) + kColumns - 1) / kColumns;
+  const QSize step = tile + QSize(8, 8 + kCaption);
+  QImage sheet(kColumns * step.width(), rows * step.height(), QImage::Format_RGB32);
+  sheet.fill(Qt::gray);
+  QPainter painter(&sheet);
+  int index = 0;
+  for (const std::string& language : all) {
+    const QPoint at(index % kColumns * step.width(), index / kColumns * step.height());
+    painter.drawText(at + QPoint(4, kCaption - 8), QString::fromStdString(language));
+    const ScopedLanguage scoped(language, language);
+    painter.drawPixmap(at + QPoint(4, kCaption), show());
+    ++index;
+  }
+  painter.end();
+  return sheet.save(QString::fromStdString(file.string()));
+}
+
+bool contactSheets(DesktopLooks& looks, const std::filesystem::path& folder) {
+  looks.apply({});
+  FakeHost host;
+  host.clock.time = kNow;
+  host.setBattery(73, kCharging, onBattery());
+  host.setHistory(lifelikeWeek());
+  host.model().snooze();
+  host.model().refresh(AppModel::Reason::launch);
+  host.bundle.identifier.reset();
+  host.login.error = "Permission denied";
+  const bool popovers = contactSheet(folder / "languages.png", {340, 740}, [&] {
+    PopoverView view(host);
+    view.show();
+    childrenOf<Disclosure>(view).front()->click();
+    view.resize(view.width(), view.layout()->totalHeightForWidth(view.width()));
+    QApplication::processEvents();
+    return view.grab();
+  });
+  return popovers && contactSheet(folder / "languages-settings.png", {480, 1400}, [&] {
+           SettingsWindow window(host);
+           window.present();
+           for (auto* button : window.findChildren<QAbstractButton*>()) {
+             if (button->accessibleName() == translated("Launch at Login")) button->click();
+           }
+           QApplication::processEvents();
+           return window.findChild<QScrollArea*>()->widget()->grab();
+         });
+}
+
 }  // namespace
 }  // namespace lumora::test
 
@@ -404,5 +447,6 @@ int main(int argc, char** argv) {
     });
   };
   const bool popovers = renderAll(lumora::test::scenes());
-  return popovers && renderAll(lumora::test::settingsScenes()) ? 0 : 1;
+  const bool settings = renderAll(lumora::test::settingsScenes());
+  return popovers && settings && lumora::test::contactSheets(looks, folder) ? 0 : 1;
 }

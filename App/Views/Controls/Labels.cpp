@@ -81,7 +81,7 @@ QFont fontThatFits(TextRole role, const QString& text, int width) {
 }
 
 void layOutPair(QBoxLayout& row, const QLabel& first, QWidget& second, int width) {
-  const int taken = longestWord(first.text(), first.font()) + row.spacing();
+  const int taken = first.minimumSizeHint().width() + row.spacing();
   const bool fits = taken + second.sizeHint().width() <= width;
   row.setDirection(fits ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
   row.setAlignment(&second, fits ? Qt::AlignBottom : Qt::AlignRight);
