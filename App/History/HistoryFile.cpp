@@ -48,9 +48,9 @@ bool readSample(json::object object, Sample& sample) {
   enum Key : unsigned { t = 1, p = 2, c = 4, a = 8, all = 15 };
   unsigned seen = 0;
   for (auto field : object) {
-    std::string_view key;
     json::value value;
-    if (field.unescaped_key().get(key) != simdjson::SUCCESS) return false;
+    const auto key = readJsonKey(field);
+    if (!key) return false;
     if (field.value().get(value) != simdjson::SUCCESS) return false;
     if (key == "t") {
       if (value.get_double().get(sample.t) != simdjson::SUCCESS) return false;

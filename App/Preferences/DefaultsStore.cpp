@@ -33,6 +33,10 @@ std::string jsonString(std::string_view text) {
   return json += '"';
 }
 
+std::string jsonField(std::string_view writtenKey, std::string_view json) {
+  return std::string(writtenKey).append(": ").append(json);
+}
+
 struct JsonText {
   std::string operator()(std::monostate /*value*/) const { return "null"; }
   std::string operator()(bool value) const { return value ? "true" : "false"; }
@@ -114,7 +118,7 @@ double DefaultsStore::doubleForKey(std::string_view key) const {
 
 void DefaultsStore::set(std::string_view key, const Value& value) {
   if (file_.changedElsewhere()) reload();
-  const Entry entry{std::visit(JsonText{}, value), value};
+  const Entry entry{jsonField(jsonString(key), std::visit(JsonText{}, value)), value};
   entries_.insert_or_assign(std::string(key), entry);
   unsaved_.insert_or_assign(std::string(key), entry);
   writeUnsaved();
@@ -150,10 +154,10 @@ std::optional<DefaultsStore::Entries> DefaultsStore::decode(std::string& json) {
   std::vector<std::pair<std::string, Entry>> read;
   if (document.get_object().get(object) != simdjson::SUCCESS) return std::nullopt;
   for (auto field : object) {
-    std::string_view key;
     simdjson::ondemand::value element;
-    if (field.unescaped_key().get(key) != simdjson::SUCCESS) return std::nullopt;
-    std::string ownKey(key);
+    const auto key = readJsonKey(field);
+    if (!key) return std::nullopt;
+    std::string ownKey(*key);
     if (field.value().get(element) != simdjson::SUCCESS) return std::nullopt;
     auto value = readJsonValue(element);
     if (!value) return std::nullopt;
@@ -166,9 +170,10 @@ std::optional<DefaultsStore::Entries> DefaultsStore::decode(std::string& json) {
   if (document.get_object().get(object) != simdjson::SUCCESS) return std::nullopt;
   auto entry = read.begin();
   for (auto field : object) {
+    const std::string_view key = writtenJsonKey(field);
     std::string_view text;
     if (simdjson::to_json_string(field.value()).get(text) != simdjson::SUCCESS) return std::nullopt;
-    entry->second.json = text;
+    entry->second.json = jsonField(key, text);
     ++entry;
   }
   Entries entries;
@@ -180,7 +185,7 @@ std::string DefaultsStore::encode(const Entries& entries) {
   std::string json = "{";
   for (const auto& [key, entry] : entries) {
     json += json.size() > 1 ? ",\n  " : "\n  ";
-    json += jsonString(key) + ": " + entry.json;
+    json += entry.json;
   }
   return json += "\n}\n";
 }

@@ -59,7 +59,7 @@ class DefaultsStore {
 
  private:
   struct Entry {
-    std::string json;  // as it stands in the file
+    std::string json;  // Key and value as they stand in the file.
     Value value;
   };
   using Entries = std::map<std::string, Entry, std::less<>>;

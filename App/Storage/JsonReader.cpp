@@ -28,9 +28,8 @@ bool readObject(json::value value, int depth) {
   json::object fields;
   if (value.get_object().get(fields) != simdjson::SUCCESS) return false;
   for (auto field : fields) {
-    std::string_view key;
     json::value inner;
-    if (field.unescaped_key().get(key) != simdjson::SUCCESS) return false;
+    if (!readJsonKey(field)) return false;
     if (field.value().get(inner) != simdjson::SUCCESS) return false;
     if (!readJsonValue(inner, depth + 1)) return false;
   }
@@ -64,6 +63,43 @@ bool isNumber(std::string_view text) {
   return text.empty();
 }
 
+/// Whether what stands between quotes is JSON: its escapes are. All else the parser has checked.
+bool isText(std::string_view written) {
+  constexpr std::string_view kHex = "0123456789abcdefABCDEF";
+  constexpr std::size_t kHexDigits = 4;
+  for (auto escape = written.find('\\'); escape != written.npos; escape = written.find('\\')) {
+    written.remove_prefix(escape + 1);
+    if (written.empty() || std::string_view("\"\\/bfnrtu").find(written[0]) == written.npos) {
+      return false;
+    }
+    const bool isCode = written[0] == 'u';
+    written.remove_prefix(1);
+    if (!isCode) continue;
+    const auto digits = written.substr(0, kHexDigits);
+    if (digits.size() < kHexDigits || digits.find_first_not_of(kHex) != digits.npos) return false;
+  }
+  return true;
+}
+
+std::string_view withoutQuotes(std::string_view written) {
+  return written.substr(1, written.size() - 2);
+}
+
+/// With its quotes. The parser has seen that it ends.
+std::string_view written(json::raw_json_string text) {
+  const char* end = text.raw();
+  while (*end != '"') end += *end == '\\' ? 2 : 1;
+  return {text.raw() - 1, end + 1};
+}
+
+std::optional<JsonValue> readString(json::value value) {
+  const std::string_view token = trimmedToken(value);
+  std::string_view text;
+  if (value.get_string().get(text) == simdjson::SUCCESS) return std::string(text);
+  if (isText(withoutQuotes(token))) return std::optional<JsonValue>{std::in_place};
+  return std::nullopt;
+}
+
 std::optional<JsonValue> readNumber(json::value value) {
   std::int64_t integer = 0;
   if (value.get_int64().get(integer) == simdjson::SUCCESS) return integer;
@@ -83,7 +119,6 @@ std::optional<JsonValue> readJsonValue(json::value value, int depth) {
   if (depth > kDeepest || value.type().get(type) != simdjson::SUCCESS) return std::nullopt;
   const std::optional<JsonValue> untyped{std::in_place};
   bool boolean = false;
-  std::string_view text;
   switch (type) {
     case json::json_type::array:
       return readArray(value, depth) ? untyped : std::nullopt;
@@ -92,8 +127,7 @@ std::optional<JsonValue> readJsonValue(json::value value, int depth) {
     case json::json_type::number:
       return readNumber(value);
     case json::json_type::string:
-      if (value.get_string().get(text) != simdjson::SUCCESS) return std::nullopt;
-      return std::string(text);
+      return readString(value);
     case json::json_type::boolean:
       if (value.get_bool().get(boolean) != simdjson::SUCCESS) return std::nullopt;
       return boolean;
@@ -103,6 +137,20 @@ std::optional<JsonValue> readJsonValue(json::value value, int depth) {
       // Newer releases of the library have a name for what is none of these.
       return std::nullopt;
   }
+}
+
+std::string_view writtenJsonKey(JsonField& field) {
+  json::raw_json_string key;
+  return field.key().get(key) == simdjson::SUCCESS ? written(key) : std::string_view();
+}
+
+std::optional<std::string_view> readJsonKey(JsonField& field) {
+  json::raw_json_string raw;
+  if (field.key().get(raw) != simdjson::SUCCESS) return std::nullopt;
+  std::string_view key;
+  if (field.unescaped_key().get(key) == simdjson::SUCCESS) return key;
+  key = withoutQuotes(written(raw));
+  return isText(key) ? std::optional(key) : std::nullopt;
 }
 
 simdjson::error_code beginReading(std::string& text, json::parser& parser,

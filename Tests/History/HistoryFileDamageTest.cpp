@@ -69,6 +69,12 @@ TEST(DamagedHistoryFile, IsReadWhileItIsWhole) {
   EXPECT_TRUE(holds(R"([{"t":1,"p":2,"c":true,"a":false}])", {{1, 2, true, false}}));
 }
 
+TEST(DamagedHistoryFile, IsWholeWithHalvesOfSurrogatePairsThatAreNoneOfOurs) {
+  EXPECT_EQ(decoded(R"([{"t":1,"p":2,"c":true,"a":false,"\udc00":{"\ud800":"\ud800x"}}])"),
+            Samples({{1, 2, true, false}}));
+  EXPECT_EQ(decoded(R"([{"t":1,"p":2,"c":true,"a":false,"\udc0":0}])"), std::nullopt);
+}
+
 TEST(DamagedHistoryFile, FailsWhenCutAnywhere) {
   for (std::size_t length = 0; length < kGood.size(); ++length) {
     EXPECT_EQ(decoded(kGood.substr(0, length)), std::nullopt) << kGood.substr(0, length);
@@ -155,34 +161,11 @@ TEST(DamagedHistoryFile, FailsWhenOneValueIsOfAnotherType) {
 }
 
 TEST(DamagedHistoryFile, FailsWhenAFurtherValueIsNoJson) {
-  for (const auto* value : {"",
-                            "nul",
-                            "nulll",
-                            "tru",
-                            "truee",
-                            "01",
-                            "1.",
-                            "-",
-                            "NaN",
-                            "\"\\x\"",
-                            "\"\\ud800\"",
-                            "\"\n\"",
-                            "\"\t\"",
-                            "[1,]",
-                            "[,1]",
-                            "[1 2]",
-                            "[1",
-                            "{\"a\"}",
-                            "{\"a\":}",
-                            "{\"a\":1,}",
-                            "{a:1}",
-                            "{\"a\":1 \"b\":2}",
-                            "{1:2}",
-                            "[}",
-                            "{]",
-                            "'a'",
-                            "1 2",
-                            "{\"\\x\":1}"}) {
+  for (const auto* value :
+       {"",      "nul", "nulll",   "tru",      "truee",      "01",         "1.",
+        "-",     "NaN", "\"\\x\"", "\"\n\"",   "\"\t\"",     "[1,]",       "[,1]",
+        "[1 2]", "[1",  "{\"a\"}", "{\"a\":}", "{\"a\":1,}", "{a:1}",      "{\"a\":1 \"b\":2}",
+        "{1:2}", "[}",  "{]",      "'a'",      "1 2",        "{\"\\x\":1}"}) {
     const std::string text = value;
     EXPECT_EQ(decoded(withElement(R"({"t":1,"p":2,"c":true,"a":false,"x":)" + text + "}")),
               std::nullopt)

@@ -240,6 +240,27 @@ TEST_F(DefaultsStoreFile, MayHoldNumbersOfAnySizeAndAByteOrderMark) {
   }
 }
 
+TEST_F(DefaultsStoreFile, MayHoldHalvesOfSurrogatePairs) {
+  for (const std::string half :
+       {R"(\ud800)", R"(\uDC00)", R"(\ud83d\ud83d)", R"(a\udcffb\n\"\\)"}) {
+    const std::string theirs = '"' + half + R"(": ["x", ")" + half + R"("])";
+    DefaultsStore store = storeWith("{" + theirs + R"(, "limit": 70, "theirs": ")" + half + "\"}");
+    EXPECT_EQ(store.integerForKey("limit"), 70) << half;
+    store.set("limit", std::int64_t{75});
+    EXPECT_NE(text().find(theirs), std::string::npos) << text();
+    EXPECT_NE(text().find(R"("theirs": ")" + half + '"'), std::string::npos) << text();
+    EXPECT_EQ(DefaultsStore(files, kPath).integerForKey("limit"), 75);
+  }
+  for (const std::string bad :
+       {R"(\ud80)", R"(\ud80g)", R"(\ud800\x)", R"(\ud800\u)", R"(\U0041)"}) {
+    const std::string text = '"' + bad + '"';
+    EXPECT_EQ(storeWith(R"({"limit": 70, "a": )" + text + "}").integerForKey("limit"), 0) << bad;
+    EXPECT_EQ(storeWith(R"({"limit": 70, )" + text + ": 1}").integerForKey("limit"), 0) << bad;
+    const std::string inner = R"({"limit": 70, "a": {)" + text + ": 1}}";
+    EXPECT_EQ(storeWith(inner).integerForKey("limit"), 0) << bad;
+  }
+}
+
 TEST_F(DefaultsStoreFile, StaysWholeWhenAWriteFails) {
   DefaultsStore store = storeWith(R"({"limit": 70})");
   files.failsReplacing = true;
