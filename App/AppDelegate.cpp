@@ -16,6 +16,8 @@ namespace {
 constexpr std::chrono::milliseconds kPatienceAtLaunch{2000};
 // Timeout after which start-up, or the last use of a window, is over and memory is given back.
 constexpr std::chrono::milliseconds kSettled{10'000};
+// None is a tenth as long, and with more than 128 KiB in a variable no program can be started.
+constexpr std::size_t kLongestToken = 4096;
 
 std::filesystem::path settingsFolder() {
   return std::filesystem::path(Glib::get_user_config_dir()) / "Lumora";
@@ -152,7 +154,7 @@ void AppDelegate::quit() {
 
 /// From there the toolkit takes it, and hands it to the compositor with the window.
 void AppDelegate::takeActivationToken(const std::string& token) {
-  Glib::setenv("XDG_ACTIVATION_TOKEN", token);
+  if (token.size() <= kLongestToken) Glib::setenv("XDG_ACTIVATION_TOKEN", token);
 }
 
 Observable<Appearance>& AppDelegate::appearance() {

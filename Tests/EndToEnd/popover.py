@@ -10,7 +10,7 @@ import sys
 import time
 import unittest
 
-from gi.repository import Gio
+from gi.repository import Gio, GLib
 
 from lumora_testing.bundle import DOUBLE_CLICK_SECONDS, Lumora, forget, running, start_again, windows
 from lumora_testing.remote import PATIENCE_SECONDS, RemoteLaptop, wait_for
@@ -83,6 +83,26 @@ class PopoverStory(unittest.TestCase):
         self.laptop.set_battery(percent=15)
         wait_for(lambda: len(self.laptop.notifications()) == 2, "the reminders")
         self.assertIsNone(lumora.process.poll())
+
+    def test_takes_no_token_that_would_keep_it_from_playing_sounds(self):
+        """The environment goes along to each program that it starts."""
+        self.laptop.mock_notifications(["body"])
+        self.laptop.clear_sounds()
+        self.running()
+        Gio.bus_get_sync(Gio.BusType.SESSION).call_sync(
+            "org.lumora.Lumora",
+            "/org/lumora/Lumora",
+            "org.freedesktop.Application",
+            "Activate",
+            GLib.Variant("(a{sv})", ({"activation-token": GLib.Variant("s", "x" * 300_000)},)),
+            None,
+            0,
+            PATIENCE_SECONDS * 1000,
+            None,
+        )
+        wait_for(lambda: drawn(windows("Lumora")), "the popover")
+        self.laptop.set_battery(percent=15)
+        wait_for(self.laptop.sounds, "a sound")
 
     def test_answers_with_a_display_that_hangs(self):
         lumora = self.running()
