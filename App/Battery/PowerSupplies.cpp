@@ -73,7 +73,9 @@ bool onMains(bool adapterOnline, State state) {
          state == State::full;
 }
 
-std::int64_t minutes(std::int64_t seconds) { return seconds > 0 ? seconds / 60 : -1; }
+std::int64_t minutes(std::int64_t seconds, std::int64_t longest) {
+  return seconds > 0 && seconds <= longest ? seconds / 60 : -1;
+}
 
 /// The number counted in parts of `parts` to the whole.
 std::int64_t inParts(int parts, double value) {
@@ -96,8 +98,8 @@ std::vector<Dictionary> powerSourceDescriptions(const PowerSupplies& supplies) {
       {"Is Charged", battery.state == State::full},
       {"Power Source State",
        onMains(supplies.adapterOnline, battery.state) ? "AC Power" : "Battery Power"},
-      {"Time to Full Charge", minutes(battery.secondsToFull)},
-      {"Time to Empty", minutes(battery.secondsToEmpty)},
+      {"Time to Full Charge", minutes(battery.secondsToFull, kLongestToFull)},
+      {"Time to Empty", minutes(battery.secondsToEmpty, kLongestToEmpty)},
   };
   if (battery.percent) description.emplace("Current Capacity", *battery.percent);
   return {description};

@@ -51,7 +51,7 @@ struct PowerSupplies {
 /// The descriptions of `PowerSources::descriptions`: one battery for all packs, none without a
 /// pack. Several packs count as one whose energies are added up. The machine is on mains when an
 /// adapter says so or, because some adapters never announce themselves, when the battery charges,
-/// is full or is held on mains.
+/// is full or is held on mains. Estimates of more than 240 hours to empty or 20 to full are none.
 std::vector<Dictionary> powerSourceDescriptions(const PowerSupplies& supplies);
 
 /// The entry of `PowerSources::registryEntry`: energies, cycles and measurements of the packs, of

@@ -106,6 +106,18 @@ TEST(PowerSourceDescriptions, EstimateTheTimeToEmptyOfSeveralUpToTenDays) {
   EXPECT_EQ(field({{one, other}}, "Time to Empty"), Value(-1));
 }
 
+TEST(PowerSourceDescriptions, HaveTheTimesThatOnePackTellsUpToTheSame) {
+  BatteryPack one = pack(100, State::discharging);
+  one.secondsToEmpty = std::int64_t{240} * 3600;
+  one.secondsToFull = std::int64_t{20} * 3600;
+  EXPECT_EQ(field({{one}}, "Time to Empty"), Value(240 * 60));
+  EXPECT_EQ(field({{one}}, "Time to Full Charge"), Value(20 * 60));
+  one.secondsToEmpty += 1;
+  one.secondsToFull += 1;
+  EXPECT_EQ(field({{one}}, "Time to Empty"), Value(-1));
+  EXPECT_EQ(field({{one}}, "Time to Full Charge"), Value(-1));
+}
+
 TEST(PowerSourceDescriptions, EstimateTheTimeToFullOfSeveralUpToTwentyHours) {
   BatteryPack charging = pack(50, State::charging);
   BatteryPack waiting = pack(90, State::heldOnMains);
