@@ -29,15 +29,20 @@ FAULT_SECONDS = 1.5
 PANEL_HEIGHT = 28
 
 
-def waited_ms(processes):
-    """How long the threads of these have stood in line for a processor in all."""
-    waited = 0
+def waits_ms(processes):
+    """How long each thread of these has stood in line for a processor so far."""
+    waits = {}
     for file in (file for process in processes for file in pathlib.Path(f"/proc/{process}/task").glob("*/schedstat")):
         try:
-            waited += int(file.read_text().split()[1])
+            waits[file] = int(file.read_text().split()[1]) / 1e6
         except OSError:
             pass  # It ended.
-    return waited / 1e6
+    return waits
+
+
+def waited_ms(before, after):
+    """How long those that live on have stood in line in between."""
+    return sum(waited - before.get(thread, 0) for thread, waited in after.items())
 
 
 class Pulse(threading.Thread):
@@ -72,9 +77,10 @@ class Pulse(threading.Thread):
             ).unpack()
             way = [os.getpid(), daemon, self._lumora.process.pid]
             while not self._over.wait(0.005):
-                begun = time.monotonic() - waited_ms(way) / 1000
+                before, begun = waits_ms(way), time.monotonic()
                 self._lumora.menu(bus)
-                self.longest_ms = max(self.longest_ms, (time.monotonic() - begun) * 1000 - waited_ms(way))
+                took_ms = (time.monotonic() - begun) * 1000
+                self.longest_ms = max(self.longest_ms, took_ms - waited_ms(before, waits_ms(way)))
                 self.beats += 1
         except GLib.Error as fault:
             self._fault = fault
