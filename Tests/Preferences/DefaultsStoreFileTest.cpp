@@ -243,12 +243,16 @@ TEST_F(DefaultsStoreFile, MayHoldNumbersOfAnySizeAndAByteOrderMark) {
 TEST_F(DefaultsStoreFile, MayHoldHalvesOfSurrogatePairs) {
   for (const std::string half :
        {R"(\ud800)", R"(\uDC00)", R"(\ud83d\ud83d)", R"(a\udcffb\n\"\\)"}) {
-    const std::string theirs = '"' + half + R"(": ["x", ")" + half + R"("])";
-    DefaultsStore store = storeWith("{" + theirs + R"(, "limit": 70, "theirs": ")" + half + "\"}");
+    const std::string quoted = '"' + half + '"';
+    const std::string theirs = quoted + R"(: ["x", "\ud800"])";
+    const std::string also = R"("theirs": )" + quoted;
+    std::string whole = "{";
+    DefaultsStore store =
+        storeWith(whole.append(theirs).append(R"(, "limit": 70, )").append(also).append("}"));
     EXPECT_EQ(store.integerForKey("limit"), 70) << half;
     store.set("limit", std::int64_t{75});
     EXPECT_NE(text().find(theirs), std::string::npos) << text();
-    EXPECT_NE(text().find(R"("theirs": ")" + half + '"'), std::string::npos) << text();
+    EXPECT_NE(text().find(also), std::string::npos) << text();
     EXPECT_EQ(DefaultsStore(files, kPath).integerForKey("limit"), 75);
   }
   for (const std::string bad :
