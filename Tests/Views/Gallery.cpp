@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Renders the popover and the settings in their states to pictures, to be looked at: gallery FOLDER
+// Renders the popover and the settings in their states to pictures, to be looked at:
+// gallery FOLDER [WIDTH HEIGHT SCALE], those of the screen
 
 #include "Base/LocalTime.h"
 #include "Base/Texts.h"
@@ -13,6 +14,7 @@
 #include "Views/Popover/PopoverWindow.h"
 #include "Views/Settings/SettingsWindow.h"
 #include "Views/Theme/DesktopLooks.h"
+#include "Views/UnseenScreen.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -24,8 +26,8 @@
 #include <QScrollBar>
 #include <QToolButton>
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <optional>
 #include <set>
@@ -428,14 +430,13 @@ bool contactSheets(DesktopLooks& looks, const std::filesystem::path& folder) {
 }  // namespace lumora::test
 
 int main(int argc, char** argv) {
+  // FOLDER WIDTH HEIGHT SCALE, as small laptops have it.
   const std::filesystem::path folder = argc > 1 ? argv[1] : "gallery";
+  const bool isTold = argc > 4;
   std::filesystem::create_directories(folder);
-  // A screen that nobody sees, as small laptops have it.
-  const auto screens = std::filesystem::absolute(folder / "screens.json");
-  std::ofstream(screens) << R"({"screens": [{"name": "laptop", "x": 0, "y": 0, "width": 1366,
-      "height": 768, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})";
+  lumora::test::useUnseenScreen(folder / "screens.json", isTold ? std::atoi(argv[2]) : 1366,
+                                isTold ? std::atoi(argv[3]) : 768, isTold ? std::atof(argv[4]) : 1);
   qputenv("LC_ALL", "C.UTF-8");
-  qputenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + screens.string()).c_str());
   const QApplication application(argc, argv);
   QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
   lumora::DesktopLooks looks;

@@ -38,11 +38,14 @@ SettingsWindow::SettingsWindow(ViewsHost& host)
 }
 
 void SettingsWindow::present() {
-  if (const QScreen* screen = QGuiApplication::primaryScreen(); screen != nullptr && !presented_) {
+  if (const QScreen* screen = QGuiApplication::primaryScreen(); screen != nullptr) {
     const QRect available = freeGeometry(*screen);
-    setFixedSize(kWidth, std::min(kHeight, available.height() - kFrame));
-    move(available.center() - rect().center());
-    presented_ = true;
+    const QSize fitting(kWidth, std::min(kHeight, available.height() - kFrame));
+    // For the first time, or the last time on another screen.
+    if (fitting != minimumSize()) {
+      setFixedSize(fitting);
+      move(available.center() - rect().center());
+    }
   }
   show();
   raise();

@@ -13,14 +13,11 @@ class SettingsWindow : public QWidget {
  public:
   explicit SettingsWindow(ViewsHost& host);
 
-  /// Shows it, or brings it to the front.
+  /// Shows it, no higher than the screen, or brings it to the front.
   void present();
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
-
- private:
-  bool presented_ = false;
 };
 
 }  // namespace lumora
