@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Lumora authors
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The Debian package, built and installed into an empty root. Run it in the simulated laptop:
+"""The Debian packages, built, and the binary one installed into an empty root. Run it in the simulated laptop:
 package_test.py BUILD
 """
 
@@ -15,10 +15,12 @@ import unittest
 from lumora_testing.bundle import Lumora, forget, start_again, windows
 from lumora_testing.remote import RemoteLaptop, wait_for
 
+PROJECT = pathlib.Path(__file__).resolve().parents[2]
 BUILD = pathlib.Path(sys.argv.pop())
 BUNDLE = "usr/lib/lumora/Lumora.app"
 VIEWS = f"{BUNDLE}/lumora_views.so"
-PROGRAMS = ["lumora", "lumora_sound", "lumora_views.so", "lumora_icon.so"]
+MODULES = {"lumora_views.so": "makeLumoraViews", "lumora_icon.so": "lumoraDrawTrayIcon"}
+PROGRAMS = ["lumora", "lumora_sound", *MODULES]
 
 
 def output(*command):
@@ -26,11 +28,15 @@ def output(*command):
     return subprocess.run(command, check=True, text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT).stdout
 
 
-def built(folder):
-    """The package, fresh from the build."""
-    output("cpack", "--config", BUILD / "CPackConfig.cmake", "-B", folder)
-    (package,) = folder.glob("*.deb")
-    return package
+def symbols(file, *options):
+    """The names of the symbols by which a program and its modules find each other."""
+    return set(output("nm", "--dynamic", "--just-symbols", *options, file).split())
+
+
+def compile_commands(folder):
+    """How the program's code was compiled there."""
+    entries = json.loads((folder / "compile_commands.json").read_text())
+    return [entry["command"] for entry in entries if "/App/" in entry["file"]]
 
 
 def next_release(package, folder):
@@ -76,7 +82,9 @@ class Package(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cls.folder = pathlib.Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
-        cls.package = built(cls.folder / "built")
+        cls.built = cls.folder / "built"
+        output(PROJECT / "make_deb", cls.built)
+        (cls.package,) = cls.built.glob("lumora_*.deb")
         cls.root = Root(cls.folder / "root")
 
     def setUp(self):
@@ -88,7 +96,9 @@ class Package(unittest.TestCase):
         return self.root.folder / BUNDLE
 
     def test_lintian_has_nothing_to_say(self):
-        self.assertEqual(output("lintian", "--allow-root", "--fail-on", "error,warning", self.package), "")
+        (changes,) = self.built.glob("*.changes")
+        told = output("lintian", "--allow-root", "--pedantic", "--display-info", "--fail-on", "none", changes)
+        self.assertEqual(told, "")
 
     def test_its_dependencies_were_found(self):
         depends = output("dpkg-deb", "--field", self.package, "Depends")
@@ -140,14 +150,24 @@ class Package(unittest.TestCase):
             self.assertIn("GNU_RELRO", segments, name)
             self.assertRegex(segments, r"GNU_STACK.* RW ", name)
             self.assertTrue("__stack_chk_fail" in output("readelf", "-W", "--dyn-syms", file), name)
-        commands = [
-            entry["command"]
-            for entry in json.loads((BUILD / "compile_commands.json").read_text())
-            if "/App/" in entry["file"]
-        ]
-        self.assertGreater(len(commands), 50)
-        for command in commands:
-            self.assertRegex(command, r" -O[23] .* -D_FORTIFY_SOURCE=3 ")
+        (obj,) = self.built.glob("lumora-*/obj-*")
+        for folder, flags in (
+            (BUILD, r" -O[23] .* -D_FORTIFY_SOURCE=3 "),
+            (obj, r" -O2 .* -fstack-protector-strong .*-Werror=format-security .* -D_FORTIFY_SOURCE=[23] "),
+        ):
+            commands = compile_commands(folder)
+            self.assertGreater(len(commands), 50)
+            for command in commands:
+                self.assertRegex(command, flags)
+
+    def test_program_and_modules_export_what_the_other_needs(self):
+        needed = set()
+        for module, function in MODULES.items():
+            self.assertEqual(symbols(self.bundle() / module, "--defined-only"), {function})
+            needed |= {name for name in symbols(self.bundle() / module, "--undefined-only") if "6lumora" in name}
+        exported = {name for name in symbols(self.bundle() / "lumora", "--defined-only") if "6lumora" in name}
+        self.assertGreater(len(needed), 20)
+        self.assertEqual(exported, needed)
 
     def test_runs_from_where_it_is_installed(self):
         with Lumora(self.bundle()) as lumora:

@@ -55,6 +55,7 @@ class Situation:
     shm: bool = True  # there is /dev/shm
     loops: int = 0  # that keep the machine busy
     session: bool = False  # a display and a session bus are there
+    commands: tuple[str, ...] = ("run", "test")
 
 
 def output(*command):
@@ -74,23 +75,33 @@ def mirror():
     raise NoRoot("apt on this machine has no source of Debian itself; name one with --mirror")
 
 
-def make(release, mirror_uri):
+def make(release, mirror_uri, architecture=None):
     """The folder of a clean root with nothing but the essential and apt, made where it is not there yet."""
-    base, archives = FOLDER / release, FOLDER / f"{release}-archives"
+    name = f"{release}-{architecture}" if architecture else release
+    base, archives = FOLDER / name, FOLDER / f"{name}-archives"
     if (base / "done").exists():
         return base
     shutil.rmtree(base, ignore_errors=True)
     base.mkdir(parents=True)
     archives.mkdir(exist_ok=True)
-    with open(FOLDER / f"{release}.log", "w", encoding="utf-8") as log:
+    chosen = [f"--arch={architecture}"] if architecture else []
+    with open(FOLDER / f"{name}.log", "w", encoding="utf-8") as log:
         made = subprocess.run(
-            ["debootstrap", "--variant=minbase", f"--cache-dir={archives}", release, base / "system", mirror_uri],
+            [
+                "debootstrap",
+                "--variant=minbase",
+                *chosen,
+                f"--cache-dir={archives}",
+                release,
+                base / "system",
+                mirror_uri,
+            ],
             stdout=log,
             stderr=subprocess.STDOUT,
             check=False,
         )
     if made.returncode != 0:
-        raise NoRoot(f"debootstrap could not make {release}: see {log.name}")
+        raise NoRoot(f"debootstrap could not make {name}: see {log.name}")
     # As this machine reaches the mirror, whatever stands between; and nobody needs these packages after a power loss.
     apt = output("apt-config", "dump", "Acquire").splitlines()
     kept = [line for line in apt if line.split()[0].rpartition("::")[2] in ("Proxy", "Check-Valid-Until")]
@@ -104,9 +115,9 @@ def make(release, mirror_uri):
 class Root:
     """A copy of a clean root with a clone of the project in it, `with Root(...) as root`; then it is gone."""
 
-    def __init__(self, base, archives, situation):
+    def __init__(self, base, situation):
         self._base = base
-        self._archives = archives
+        self._archives = FOLDER / f"{base.name}-archives"
         self._situation = situation
         self._scratch = FOLDER / "scratch"
 
@@ -146,7 +157,19 @@ class Root:
             str(loops),
         ]
         confined = AS_IN_A_CONTAINER if situation.container else []
-        inside = ["env", "-i", f"HOME={home}", "LANG=C.UTF-8", f"PATH={PATH}", "bash", "-c", f"cd {home}\n{script}"]
+        # A build asks the kernel what it is on, and the kernel is not of that architecture.
+        as_its_own = ["setarch", "linux32"] if self._base.name.endswith("-i386") else []
+        inside = [
+            *as_its_own,
+            "env",
+            "-i",
+            f"HOME={home}",
+            "LANG=C.UTF-8",
+            f"PATH={PATH}",
+            "bash",
+            "-c",
+            f"cd {home}\n{script}",
+        ]
         with subprocess.Popen(
             [*alone, *enter, *confined, "chroot", ".", *as_somebody, *inside],
             stdin=subprocess.DEVNULL,
