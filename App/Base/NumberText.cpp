@@ -5,7 +5,10 @@
 #include "Base/Texts.h"
 
 #include <array>
+#include <climits>
 #include <cstdio>
+#include <cwchar>
+#include <cwctype>
 
 namespace lumora {
 namespace {
@@ -17,18 +20,29 @@ bool nativeDigits() {
   return std::string_view(translatedIn("digits", "western")) == "native";
 }
 
-/// The flag I of the C library, for the locale's digits, is not known to every compiler.
 template <typename... Values>
 std::string printed(const char* format, Values... values) {
-  std::array<char, 1024> text{};  // The largest double has 309 digits of up to three bytes.
+  std::array<char, 512> text{};  // The largest double has 309 digits.
   const int length = std::snprintf(text.data(), text.size(), format, values...);
   return length < 0 ? std::string() : std::string(text.data());
+}
+
+/// The decimal point that goes with the locale's digits.
+std::string nativePoint() {
+  const auto point =
+      static_cast<wchar_t>(std::towctrans(std::wint_t{L'.'}, std::wctrans("to_outpunct")));
+  std::array<char, MB_LEN_MAX> bytes{};
+  std::mbstate_t state{};
+  const std::size_t length = std::wcrtomb(bytes.data(), point, &state);
+  return length > bytes.size() ? "." : std::string(bytes.data(), length);
 }
 
 }  // namespace
 
 std::string numberText(std::int64_t number) {
-  return printed(nativeDigits() ? "%Ild" : "%ld", static_cast<long>(number));
+  const long long value = number;
+  // The flag I of the C library, for the locale's digits, is not known to every compiler.
+  return nativeDigits() ? printed("%Illd", value) : printed("%lld", value);
 }
 
 std::string twoDigitText(std::int64_t number) {
@@ -37,7 +51,20 @@ std::string twoDigitText(std::int64_t number) {
 }
 
 std::string decimalText(double number, int decimals) {
-  return printed(nativeDigits() ? "%I.*f" : "%.*f", decimals, number);
+  const std::string text = printed("%.*f", decimals, number);
+  if (!nativeDigits()) return text;
+  // Digit by digit: the flag I writes none of a number with decimals in glibc 2.41.
+  std::string native;
+  for (const char character : text) {
+    if (character >= '0' && character <= '9') {
+      native += numberText(character - '0');
+    } else if (character == '.') {
+      native += nativePoint();
+    } else {
+      native += character;
+    }
+  }
+  return native;
 }
 
 std::string percentText(std::int64_t percent) { return percentText(numberText(percent)); }
