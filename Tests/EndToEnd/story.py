@@ -126,12 +126,12 @@ def without_repeats(values):
     return [value for index, value in enumerate(values) if index == 0 or value != values[index - 1]]
 
 
-def main():
-    """Play the story and compare."""
+def tell(bundle, **environment):
+    """Play the story and compare; the exit code. The environment is Lumora's beside the laptop's."""
     laptop = RemoteLaptop()
     laptop.set_battery(percent=34, status="Discharging")
     print("battery        34 %  Discharging", flush=True)
-    with Lumora(sys.argv[1]) as lumora:
+    with Lumora(bundle, **environment) as lumora:
         story = Story(laptop, lumora)
         until = play(story)
         story.tell_notifications()
@@ -164,4 +164,4 @@ def main():
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(tell(sys.argv[1]))

@@ -40,6 +40,7 @@ std::vector<std::string> versions() {
   for (const auto& entry : std::filesystem::directory_iterator(kFolder)) {
     if (entry.is_directory()) names.push_back(entry.path().filename());
   }
+  std::sort(names.begin(), names.end());
   return names;
 }
 
@@ -47,6 +48,7 @@ TEST_P(Versions, HistoryIsReadAndGoesOn) {
   // What each of them was given: a discharge, the plug, a break of half an hour while it charged,
   // full.
   std::vector<Sample> samples;
+  samples.reserve(16);
   for (int i = 0; i < 16; ++i) {
     samples.push_back({1795233748.51 + i * 60.016 + (i > 8 ? 1800.25 : 0), i < 6 ? 60 - i : 49 + i,
                        i > 6 && i<15, i> 5});
