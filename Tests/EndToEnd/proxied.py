@@ -13,7 +13,6 @@ import sys
 import tempfile
 
 import story
-
 from lumora_testing.remote import wait_for
 
 BUSES = {"DBUS_SESSION_BUS_ADDRESS": "", "DBUS_SYSTEM_BUS_ADDRESS": "system-"}
