@@ -16,6 +16,8 @@ namespace {
 constexpr std::chrono::milliseconds kPatienceAtLaunch{2000};
 // Timeout after which start-up, or the last use of a window, is over and memory is given back.
 constexpr std::chrono::milliseconds kSettled{10'000};
+// A machine may be as busy as that, but not three times in a row.
+constexpr std::chrono::milliseconds kDisplayTick{5000};
 // None is a tenth as long, and with more than 128 KiB in a variable no program can be started.
 constexpr std::size_t kLongestToken = 4096;
 
@@ -25,9 +27,11 @@ std::filesystem::path settingsFolder() {
 
 }  // namespace
 
-AppDelegate::AppDelegate(BusConnection session, Files& files, std::function<void()> quit)
+AppDelegate::AppDelegate(BusConnection session, Files& files, std::function<void()> quit,
+                         std::function<void()> displayHung)
     : session_(std::move(session)),
       quit_(std::move(quit)),
+      displayHung_(std::move(displayHung)),
       files_(files),
       bundle_(mainBundle()),
       defaults_(files_, settingsFolder() / "defaults.json"),
@@ -75,6 +79,7 @@ void AppDelegate::giveBackOnceSettled() {
       if (loaded->anyShown()) return giveBackOnceSettled();
       loaded->rest();
     }
+    displayWatch_.reset();
     giveBackMemory();
   }));
 }
@@ -140,6 +145,7 @@ void AppDelegate::togglePopover(std::optional<ScreenPoint> click) {
 
 /// The windows, which drive the main loop once they are there. Null without a display.
 Views* AppDelegate::views() {
+  watchDisplay();
   giveBackOnceSettled();
   if (Views* loaded = viewsLoader_.loaded()) return loaded;
   Views* made = viewsLoader_.load();
@@ -147,9 +153,18 @@ Views* AppDelegate::views() {
   return made;
 }
 
+/// What is said to a display may wait for it for ever.
+void AppDelegate::watchDisplay() {
+  if (!displayWatch_) displayWatch_.emplace(runLoop_, kDisplayTick, displayHung_);
+}
+
 void AppDelegate::quit() {
-  if (Views* loaded = viewsLoader_.loaded()) loaded->stop();
   quit_();
+  if (Views* loaded = viewsLoader_.loaded()) {
+    // It closes the windows, and may wait for the display.
+    watchDisplay();
+    loaded->stop();
+  }
 }
 
 /// From there the toolkit takes it, and hands it to the compositor with the window.

@@ -16,6 +16,7 @@
 #include "Linux/Session/AutostartEntry.h"
 #include "Linux/Session/DesktopAppearance.h"
 #include "Linux/Session/Logind.h"
+#include "Linux/System/HangWatch.h"
 #include "Linux/System/MainLoop.h"
 #include "Linux/System/SystemClock.h"
 #include "Linux/Tray/StatusNotifierItem.h"
@@ -41,8 +42,10 @@ namespace lumora {
 class AppDelegate final : public ViewsHost {
  public:
   /// `session` is the session bus; absent where there is none. `files` must outlive this.
-  /// `quit` ends the main loop.
-  AppDelegate(BusConnection session, Files& files, std::function<void()> quit);
+  /// `quit` ends the main loop. `displayHung` runs on a thread of its own where the display keeps
+  /// the main one for more than a quarter of a minute while windows are in use.
+  AppDelegate(BusConnection session, Files& files, std::function<void()> quit,
+              std::function<void()> displayHung);
 
   /// Starts the model as soon as the power sources are known.
   void applicationDidFinishLaunching();
@@ -66,6 +69,7 @@ class AppDelegate final : public ViewsHost {
 
  private:
   Views* views();
+  void watchDisplay();
   void giveBackOnceSettled();
   void makeStatusItem();
   void updateStatusItem();
@@ -75,6 +79,7 @@ class AppDelegate final : public ViewsHost {
 
   BusConnection session_;
   std::function<void()> quit_;
+  std::function<void()> displayHung_;
   SystemClock clock_;
   MainLoop runLoop_;
   Files& files_;
@@ -92,6 +97,8 @@ class AppDelegate final : public ViewsHost {
   std::vector<Subscription> subscriptions_;
   // From the first click on.
   std::optional<DesktopAppearance> appearance_;
+  // While windows are in use; their end is watched, too.
+  std::optional<HangWatch> displayWatch_;
   Module iconModule_;
   ViewsLoader viewsLoader_;
   bool givingBack_ = false;

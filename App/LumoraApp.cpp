@@ -63,6 +63,12 @@ class LumoraApp : public Gio::Application {
       loop_.runSoon([this] { leaveCompositor(); });
       isEnding_.wait(false);
     }
+    leaveDisplay();
+  }
+
+ private:
+  /// Also on another thread while the display keeps the main one, which then touches nothing.
+  [[noreturn]] void leaveDisplay() {
     save();
     const bool isAsked = isQuitting_ || end_->lastCame(kSessionsEnd);
     if (!isAsked && session_ && !session_->is_closed()) {
@@ -72,7 +78,6 @@ class LumoraApp : public Gio::Application {
     std::_Exit(0);
   }
 
- private:
   void on_startup() override {
     Gio::Application::on_startup();
     end_.emplace([this] { delegate_->quit(); });
@@ -80,10 +85,13 @@ class LumoraApp : public Gio::Application {
     add_action("settings", [this] { delegate_->openSettings(); });
     add_action("quit", [this] { delegate_->quit(); });
     session_ = get_dbus_connection();
-    delegate_.emplace(session_, files_, [this] {
-      isQuitting_ = true;
-      quit();
-    });
+    delegate_.emplace(
+        session_, files_,
+        [this] {
+          isQuitting_ = true;
+          quit();
+        },
+        [this] { leaveDisplay(); });
     running = this;
     std::atexit(onExit);
     delegate_->applicationDidFinishLaunching();
@@ -137,7 +145,7 @@ class LumoraApp : public Gio::Application {
   lumora::BusConnection session_;
   std::optional<lumora::AppDelegate> delegate_;
   bool started_ = false;
-  bool isQuitting_ = false;
+  std::atomic<bool> isQuitting_ = false;
   std::atomic<bool> isEnding_ = false;  // Then all that is to be written is on its way.
 };
 

@@ -123,6 +123,36 @@ class PopoverStory(unittest.TestCase):
             time.sleep(DOUBLE_CLICK_SECONDS)
         self.assertEqual(lumora.end(), 0)
 
+    def hang_beside_the_open_popover(self):
+        """Where the toolkit waits for the display as it draws."""
+        lumora = self.running()
+        self.open()
+        self.laptop.hang("display")
+        self.addCleanup(self.laptop.resume, "display")
+        return lumora
+
+    def test_starts_anew_when_the_display_hangs_beside_the_open_popover(self):
+        lumora = self.hang_beside_the_open_popover()
+        session = Gio.bus_get_sync(Gio.BusType.SESSION)
+        self.laptop.set_battery(percent=58)
+        wait_for(lambda: not self.is_loaded(lumora), "a new start")
+        wait_for(lambda: 58 in [sample["p"] for sample in lumora.history()], "the history")
+        wait_for(lambda: "58%" in lumora.state(session), "its menu")
+        self.laptop.set_battery(percent=15)
+        wait_for(lambda: "15%" in lumora.state(session), "its menu")
+        # On a screen that hangs no server shows anything.
+        self.laptop.resume("display")
+        wait_for(lambda: len(self.laptop.notifications()) == 2, "the reminders")
+        wait_for(lambda: not windows("Lumora"), "the end of the old popover")
+        self.open()
+        self.assertEqual(lumora.end(), 0)
+
+    def test_ends_while_the_display_hangs_beside_the_open_popover(self):
+        lumora = self.hang_beside_the_open_popover()
+        self.laptop.set_battery(percent=58)
+        self.assertEqual(lumora.end(), 0)
+        wait_for(lambda: not running(), "the end")
+
 
 if __name__ == "__main__":
     unittest.main()
