@@ -109,7 +109,7 @@ void AppModel::remind(const BatteryState& reading, Date now, Reason reason) {
 bool AppModel::stillSo(AlertKind kind, Seconds posted) {
   if (clock_.sinceBoot() - posted > kLatestReminder) return false;
   const Prefs prefs = Prefs::current(defaults_);
-  const Date now = clock_.now();
+  const Date now = this->now();
   return mayDeliver(prefs, now) &&
          engine_.stillSo(kind,
                          {.state = *state_, .since = *pluggedSince_, .now = now, .prefs = prefs});

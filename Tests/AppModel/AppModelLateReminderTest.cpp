@@ -69,6 +69,13 @@ TEST_F(AppModelLateReminder, IsNotShownInASnooze) {
   EXPECT_FALSE(centre.stillSo());
 }
 
+TEST_F(AppModelLateReminder, IsNotShownInASnoozeThatTheClockLeapsOver) {
+  remind();
+  model().snooze();
+  clock.set(Seconds{5 * 3600.0});
+  EXPECT_FALSE(centre.stillSo());
+}
+
 TEST_F(AppModelLateReminder, IsNotShownInQuietHours) {
   remind();
   defaults.set("quietEnabled", true);
