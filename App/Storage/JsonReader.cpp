@@ -144,13 +144,9 @@ std::string_view writtenJsonKey(JsonField& field) {
   return field.key().get(key) == simdjson::SUCCESS ? written(key) : std::string_view();
 }
 
-std::optional<std::string_view> readJsonKey(JsonField& field) {
-  json::raw_json_string raw;
-  if (field.key().get(raw) != simdjson::SUCCESS) return std::nullopt;
-  std::string_view key;
-  if (field.unescaped_key().get(key) == simdjson::SUCCESS) return key;
-  key = withoutQuotes(written(raw));
-  return isText(key) ? std::optional(key) : std::nullopt;
+std::optional<std::string_view> unreadableJsonKey(json::raw_json_string key) {
+  const std::string_view text = withoutQuotes(written(key));
+  return isText(text) ? std::optional(text) : std::nullopt;
 }
 
 simdjson::error_code beginReading(std::string& text, json::parser& parser,

@@ -27,9 +27,18 @@ using JsonField = simdjson::simdjson_result<simdjson::ondemand::field>;
 /// it is valid for as long as the parser and the text are.
 std::string_view writtenJsonKey(JsonField& field);
 
+/// What stands between the quotes of a key whose text cannot be had; absent when it is no JSON.
+std::optional<std::string_view> unreadableJsonKey(simdjson::ondemand::raw_json_string key);
+
 /// Reads the key of a field; one with half a surrogate pair is read as it is written. Absent when
-/// it is no JSON.
-std::optional<std::string_view> readJsonKey(JsonField& field);
+/// it is no JSON. A history has hundreds of thousands: hence inline.
+inline std::optional<std::string_view> readJsonKey(JsonField& field) {
+  simdjson::ondemand::raw_json_string written;
+  if (field.key().get(written) != simdjson::SUCCESS) return std::nullopt;
+  std::string_view key;
+  if (field.unescaped_key().get(key) == simdjson::SUCCESS) return key;
+  return unreadableJsonKey(written);
+}
 
 /// Begins to read a text of JSON, which the parser keeps for as long as it reads; a byte-order mark
 /// before it is taken away. Throws `std::bad_alloc` where there is too little memory for it.
