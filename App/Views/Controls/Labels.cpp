@@ -6,7 +6,11 @@
 #include <QEvent>
 #include <QFontInfo>
 #include <QFontMetrics>
+#include <QPainter>
 #include <QPalette>
+#include <QStaticText>
+#include <QStyle>
+#include <QTextOption>
 #include <QVariant>
 #include <algorithm>
 
@@ -42,6 +46,24 @@ void Label::setColor(TextColor color) {
 void Label::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) applyColor();
   QLabel::changeEvent(event);
+}
+
+void Label::paintEvent(QPaintEvent* event) {
+  if (!wordWrap() || !isRightToLeft()) {
+    QLabel::paintEvent(event);
+    return;
+  }
+  // Qt 6.4 moves a line from right to left by the blank at which it ends, but not here.
+  QTextOption option(QStyle::visualAlignment(Qt::RightToLeft, alignment()));
+  option.setTextDirection(Qt::RightToLeft);
+  QStaticText lines(text());
+  lines.setTextFormat(Qt::PlainText);
+  lines.setTextOption(option);
+  lines.setTextWidth(width());
+  lines.prepare({}, font());
+  const QSize size(width(), qRound(lines.size().height()));
+  const QRect place = QStyle::alignedRect(Qt::LeftToRight, alignment(), size, rect());
+  QPainter(this).drawStaticText(place.topLeft(), lines);
 }
 
 void Label::applyColor() {

@@ -28,6 +28,7 @@ class Label : public QLabel {
 
  protected:
   void changeEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   void applyColor();
