@@ -13,6 +13,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QLayout>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QTimeEdit>
@@ -41,6 +42,12 @@ QSize neededBy(const QWidget* widget) {
   if (const auto* button = qobject_cast<const QPushButton*>(widget)) return button->sizeHint();
   if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
     return {QFontMetrics(button->font()).horizontalAdvance(button->text()), 0};
+  }
+  if (const auto* field = qobject_cast<const QTimeEdit*>(widget)) {
+    const auto* line = field->findChild<QLineEdit*>();
+    // Of other scripts' letters, which come from taller fonts, too.
+    const int height = QFontMetrics(line->font()).size(0, field->text()).height();
+    return {field->sizeHint().width(), field->height() - line->height() + height};
   }
   return {widget->sizeHint().width(), 0};
 }

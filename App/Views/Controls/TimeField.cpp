@@ -47,6 +47,12 @@ TimeField::TimeField(QWidget* parent) : QTimeEdit(parent) {
   lineEdit()->installEventFilter(this);
 }
 
+QSize TimeField::sizeHint() const {
+  // The mark of the half of the day can be of letters that a taller font has.
+  const int taller = fontMetrics().size(0, text()).height() - fontMetrics().height();
+  return QTimeEdit::sizeHint() + QSize(0, taller);
+}
+
 bool TimeField::eventFilter(QObject* watched, QEvent* event) {
   const bool handled = QTimeEdit::eventFilter(watched, event);
   if (watched == lineEdit() && event->type() == QEvent::MouseButtonRelease) {

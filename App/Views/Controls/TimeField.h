@@ -12,6 +12,8 @@ class TimeField : public QTimeEdit {
  public:
   explicit TimeField(QWidget* parent = nullptr);
 
+  QSize sizeHint() const override;
+
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
