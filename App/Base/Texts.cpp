@@ -37,9 +37,13 @@ bool hasLatinLetters(std::string_view value) {
 void useCatalogues(const std::filesystem::path& folder) {
   bindtextdomain(kCatalogueName, folder.c_str());
   bind_textdomain_codeset(kCatalogueName, kEncoding);
-  if (std::string_view(nl_langinfo(CODESET)) == kEncoding) return;
-  std::setlocale(LC_TIME, "C");
-  std::setlocale(LC_NUMERIC, "C");
+  keepToUtf8();
+}
+
+void keepToUtf8() {
+  const auto isUtf8 = [](nl_item item) { return std::string_view(nl_langinfo(item)) == kEncoding; };
+  if (!isUtf8(_NL_TIME_CODESET)) std::setlocale(LC_TIME, "C");
+  if (!isUtf8(_NL_NUMERIC_CODESET)) std::setlocale(LC_NUMERIC, "C");
 }
 
 const char* translated(const char* text) { return dgettext(kCatalogueName, text); }

@@ -14,9 +14,13 @@ namespace lumora {
 inline constexpr const char* kCatalogueName = "lumora";
 
 /// Names the folder with the catalogues; the process's locale says which of them is read, when the
-/// first text is shown. Texts are UTF-8 whatever the locale's encoding is. A locale that has
-/// another one has weekdays and numbers in it, too: they are the C locale's from then on.
+/// first text is shown. Texts are UTF-8 whatever the locale's encoding is.
 void useCatalogues(const std::filesystem::path& folder);
+
+/// Takes the C locale's weekdays and times, or its numbers, where the user's would be in another
+/// encoding than UTF-8. `useCatalogues` does that, too; it is due again when the process's locale
+/// was set anew.
+void keepToUtf8();
 
 /// The text in the user's language: itself where no catalogue has it. Valid as long as the process.
 const char* translated(const char* text);

@@ -23,6 +23,7 @@ namespace {
 class QtViews final : public Views {
  public:
   explicit QtViews(ViewsHost& host) : host_(host), application_(argumentCount_, arguments_) {
+    keepToUtf8();  // Qt has set the locale anew.
     QApplication::setApplicationName("Lumora");
     QApplication::setDesktopFileName("org.lumora.Lumora");
     QApplication::setWindowIcon(windowIcon());

@@ -71,6 +71,22 @@ TEST(Texts, KeepUtf8WhateverTheLocalesEncodingIs) {
   EXPECT_EQ(decimalText(1.5, 1), "1.5");
 }
 
+TEST(Texts, KeepUtf8WhereOnlyTheTimeHasAnotherEncoding) {
+  const ScopedLocale american("en_US", "");
+  ASSERT_NE(std::setlocale(LC_TIME, "el_GR.ISO-8859-7"), nullptr);
+  EXPECT_EQ(weekdayText(dateSince1970(0)), "\xd0\xe5\xec") << "Greek in Greek's own encoding";
+  useCatalogues(LUMORA_TEST_CATALOGUES);
+  EXPECT_EQ(weekdayText(dateSince1970(0)), "Thu");
+}
+
+TEST(Texts, HaveTheTimeInUtf8WhereOnlyLettersHaveAnotherEncoding) {
+  const ScopedLocale german("de_DE", "");
+  ASSERT_NE(std::setlocale(LC_CTYPE, "de_DE.ISO-8859-1"), nullptr);
+  useCatalogues(LUMORA_TEST_CATALOGUES);
+  EXPECT_EQ(weekdayText(dateSince1970(0)), "Do");
+  EXPECT_EQ(decimalText(1.5, 1), "1,5");
+}
+
 TEST(FilledText, PutsEachValueInItsPlace) {
   EXPECT_EQ(filled("%1$s of %2$s", {"3", "8"}), "3 of 8");
   EXPECT_EQ(filled("%2$s: %1$s, %1$s", {"3", "8"}), "8: 3, 3");

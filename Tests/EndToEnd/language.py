@@ -6,11 +6,14 @@ language.py BUNDLE
 """
 
 import gettext
+import json
 import os
 import pathlib
+import re
 import shutil
 import sys
 import tempfile
+import time
 import unittest
 
 from gi.repository import Gio
@@ -65,6 +68,18 @@ class LanguageStory(unittest.TestCase):
     def test_another_language_may_be_preferred(self):
         lumora = self.running(LANGUAGE="en:de")
         wait_for(lambda: "Quit" in lumora.state(self.bus), "the menu")
+
+    def test_the_windows_leave_a_locale_of_another_encoding_as_it_was(self):
+        settings = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "Lumora" / "defaults.json"
+        settings.parent.mkdir(parents=True, exist_ok=True)
+        settings.write_text(json.dumps({"snoozeUntil": time.time() + 1800}))
+        lumora = self.enterContext(Lumora(self.bundle, LC_ALL="el_GR.ISO-8859-7"))
+        with_snooze = wait_for(lambda: ":" in (said := lumora.state(self.bus)) and said, "the menu")
+        start_again(self.bundle)
+        wait_for(lambda: windows("Lumora"), "the popover")
+        self.laptop.set_battery(percent=33, status="Discharging")
+        changed = wait_for(lambda: (said := lumora.state(self.bus)) != with_snooze and said, "the change")
+        self.assertEqual(re.findall(r"\(.*\)", changed), re.findall(r"\(.*\)", with_snooze))
 
     def test_a_locale_that_the_system_has_not_leaves_the_texts_as_the_source_has_them(self):
         lumora = self.enterContext(Lumora(self.bundle, LC_ALL="xx_XX.UTF-8"))
