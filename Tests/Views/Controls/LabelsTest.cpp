@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Views/Controls/Labels.h"
-
 #include "Views/Pixels.h"
 
 #include <algorithm>
