@@ -25,11 +25,36 @@ std::vector<ChartPoint> chartPoints(std::span<const Sample> samples) {
     const Sample& sample = samples[index];
     const Date date = dateSince1970(sample.t);
     if (!points.empty() && (date - points.back().date).count() > gap) ++segment;
-    points.push_back({static_cast<std::int64_t>(index), date, sample.p, segment});
+    points.push_back({static_cast<std::int64_t>(index), date, sample.p, segment, sample.c});
   };
   for (std::size_t index = 0; index < samples.size(); index += stride) keep(index);
   if (!samples.empty() && (samples.size() - 1) % stride != 0) keep(samples.size() - 1);
   return points;
+}
+
+std::vector<ChargingSpan> chargingSpans(std::span<const ChartPoint> points) {
+  std::vector<ChargingSpan> spans;
+  for (std::size_t i = 1; i < points.size(); ++i) {
+    const ChartPoint& from = points[i - 1];
+    const ChartPoint& to = points[i];
+    // Where the clock was set back, the next point is no end.
+    if (!from.charging || from.seg != to.seg || to.date <= from.date) continue;
+    if (!spans.empty() && spans.back().to == from.date) {
+      spans.back().to = to.date;
+    } else {
+      spans.push_back({from.date, to.date});
+    }
+  }
+  return spans;
+}
+
+std::vector<std::int64_t> chartThresholds(const Prefs& prefs) {
+  std::vector<std::int64_t> thresholds;
+  if (prefs.limitEnabled) thresholds.push_back(prefs.limit);
+  if (prefs.lowEnabled) thresholds.push_back(prefs.low);
+  // Any number may stand in the file.
+  std::erase_if(thresholds, [](std::int64_t percent) { return percent < 0 || percent > 100; });
+  return thresholds;
 }
 
 const ChartPoint* nearestPoint(const std::vector<ChartPoint>& points, Date date) {

@@ -4,6 +4,7 @@
 
 #include "Base/Date.h"
 #include "History/Sample.h"
+#include "Preferences/Prefs.h"
 
 #include <cstdint>
 #include <span>
@@ -17,13 +18,29 @@ struct ChartPoint {
   Date date;
   std::int64_t pct = 0;  ///< Charge level, percent.
   std::int64_t seg = 0;  ///< Points of one segment are joined by a line, counted from 0.
+  bool charging = false;
 
   bool operator==(const ChartPoint&) const = default;
+};
+
+/// A time during which the battery was being charged.
+struct ChargingSpan {
+  Date from;
+  Date to;  ///< After `from`.
+
+  bool operator==(const ChargingSpan&) const = default;
 };
 
 /// The points to draw: all samples, or every so many of them so that about 300 remain, and always
 /// the last. A gap begins a new segment.
 std::vector<ChartPoint> chartPoints(std::span<const Sample> samples);
+
+/// When it charged: from each point that says so to the next one of its segment.
+std::vector<ChargingSpan> chargingSpans(std::span<const ChartPoint> points);
+
+/// The percents that the chart marks: the charge limit and what counts as low, where the user is
+/// reminded of them.
+std::vector<std::int64_t> chartThresholds(const Prefs& prefs);
 
 /// The point nearest to a moment; null without points.
 const ChartPoint* nearestPoint(const std::vector<ChartPoint>& points, Date date);

@@ -84,14 +84,14 @@ std::optional<DetailRow> adapterRow(const BatteryState& state) {
   return DetailRow{translated("Adapter"), wattsText(numberText(*state.adapterWatts)), std::nullopt};
 }
 
-std::string rangeText(const DaySummary& summary) {
+}  // namespace
+
+std::string percentRangeText(std::int64_t least, std::int64_t most) {
   // TRANSLATORS: From the lowest to the highest charge of a day, "41–80"; the percent sign is
   // added to it.
-  return filled(translatedIn("range of numbers", "%1$s–%2$s"),
-                {numberText(summary.minPercent), numberText(summary.maxPercent)});
+  return percentText(
+      filled(translatedIn("range of numbers", "%1$s–%2$s"), {numberText(least), numberText(most)}));
 }
-
-}  // namespace
 
 std::optional<BatteryContent> batteryContent(const BatteryState& state,
                                              std::optional<Date> pluggedSince,
@@ -123,7 +123,7 @@ std::vector<DayRow> dayRows(std::span<const DaySummary> summaries, std::size_t m
   for (const DaySummary& summary : summaries.last(std::min(summaries.size(), most))) {
     rows.push_back({.day = dayText(summary.day),
                     .average = percentText(summary.avgPercent),
-                    .range = percentText(rangeText(summary)),
+                    .range = percentRangeText(summary.minPercent, summary.maxPercent),
                     .charging = summary.chargingMinutes >= 1
                                     ? formatMinutes(summary.chargingMinutes)
                                     : kNone});

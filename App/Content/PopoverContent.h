@@ -55,6 +55,9 @@ std::optional<BatteryContent> batteryContent(const BatteryState& state,
                                              std::optional<Date> pluggedSince,
                                              std::optional<Date> snoozeUntil, Date now);
 
+/// From the lowest to the highest charge: "41–80%".
+std::string percentRangeText(std::int64_t least, std::int64_t most);
+
 /// A row of the table of days.
 struct DayRow {
   std::string day;       ///< "Mon 14"

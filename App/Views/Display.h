@@ -17,4 +17,8 @@ inline QRect freeGeometry(const QScreen& screen) {
   return isOnWayland() ? screen.geometry().adjusted(0, 0, 0, -kPanel) : screen.availableGeometry();
 }
 
+/// Whether something blends the windows on a screen with what lies behind them, so that they may be
+/// translucent.
+bool blendsWindows(const QScreen& screen);
+
 }  // namespace lumora

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Content/ChartPoints.h"
 
+#include <string>
+
 #include <gtest/gtest.h>
 
 namespace lumora::test {
@@ -33,7 +35,7 @@ TEST(ChartPoints, AreNoneWithoutSamples) { EXPECT_TRUE(chartPoints({}).empty());
 
 TEST(ChartPoints, CarryTheSamplesTimeAndPercent) {
   const std::vector<Sample> one = {{1000.5, 42, true, true}};
-  EXPECT_EQ(chartPoints(one), (std::vector<ChartPoint>{{0, dateSince1970(1000.5), 42, 0}}));
+  EXPECT_EQ(chartPoints(one), (std::vector<ChartPoint>{{0, dateSince1970(1000.5), 42, 0, true}}));
 }
 
 TEST(ChartPoints, ThinOutSoThatAboutThreeHundredRemain) {
@@ -78,6 +80,62 @@ TEST(ChartPoints, AllowAWiderGapBetweenThinnedPoints) {
 
 TEST(ChartPoints, StayInOneSegmentWhenTheClockWasSetBack) {
   EXPECT_EQ(segmentsOf(at({5000, 100, 160})), (std::vector<std::int64_t>{0, 0, 0}));
+}
+
+/// Points a minute apart of these segments, charging where the letter is a c.
+std::vector<ChartPoint> charged(const std::string& charging, const std::string& segments) {
+  std::vector<ChartPoint> points;
+  for (std::size_t i = 0; i < charging.size(); ++i) {
+    points.push_back({static_cast<std::int64_t>(i), dateSince1970(60.0 * static_cast<double>(i)),
+                      50, segments[i] - '0', charging[i] == 'c'});
+  }
+  return points;
+}
+
+ChargingSpan span(int fromMinute, int toMinute) {
+  return {dateSince1970(60.0 * fromMinute), dateSince1970(60.0 * toMinute)};
+}
+
+TEST(ChargingSpans, ReachFromThePointThatSaysSoToTheNext) {
+  using Spans = std::vector<ChargingSpan>;
+  EXPECT_EQ(chargingSpans({}), Spans{});
+  EXPECT_EQ(chargingSpans(charged("...", "000")), Spans{});
+  EXPECT_EQ(chargingSpans(charged(".cc..", "00000")), (Spans{span(1, 3)}));
+  EXPECT_EQ(chargingSpans(charged("c.c.c", "00000")), (Spans{span(0, 1), span(2, 3)}));
+}
+
+TEST(ChargingSpans, KnowNothingOfGaps) {
+  EXPECT_EQ(chargingSpans(charged("cccc", "0011")),
+            (std::vector<ChargingSpan>{span(0, 1), span(2, 3)}));
+  EXPECT_EQ(chargingSpans(charged("c", "0")), std::vector<ChargingSpan>{});
+}
+
+TEST(ChargingSpans, LeaveOutATimeThatRunsBackwards) {
+  auto points = charged("ccc", "000");
+  points[1].date = dateSince1970(-600);
+  EXPECT_EQ(chargingSpans(points), (std::vector<ChargingSpan>{{points[1].date, points[2].date}}));
+}
+
+TEST(ChartThresholds, AreThoseThatTheUserIsRemindedAt) {
+  using Percents = std::vector<std::int64_t>;
+  Prefs prefs;
+  prefs.limit = 85;
+  prefs.low = 15;
+  EXPECT_EQ(chartThresholds(prefs), (Percents{85, 15}));
+  prefs.limitEnabled = false;
+  EXPECT_EQ(chartThresholds(prefs), (Percents{15}));
+  prefs.lowEnabled = false;
+  EXPECT_EQ(chartThresholds(prefs), Percents{});
+}
+
+TEST(ChartThresholds, LieOnTheChart) {
+  Prefs prefs;
+  prefs.limit = 120;
+  prefs.low = -5;
+  EXPECT_EQ(chartThresholds(prefs), std::vector<std::int64_t>{});
+  prefs.limit = 100;
+  prefs.low = 0;
+  EXPECT_EQ(chartThresholds(prefs), (std::vector<std::int64_t>{100, 0}));
 }
 
 TEST(NearestPoint, IsTheOneClosestInTime) {

@@ -14,9 +14,21 @@ from gi.repository import Gio, GLib
 
 from lumora_testing.bundle import DOUBLE_CLICK_SECONDS, Lumora, forget, running, start_again, windows
 from lumora_testing.remote import PATIENCE_SECONDS, RemoteLaptop, wait_for
-from lumora_testing.screen import drawn
+from lumora_testing.screen import drawn, geometry
 
 BUNDLE = sys.argv.pop()
+GAP = 8
+# To programs on the display it is one that blends windows.
+COMPOSITOR = """
+import gi
+gi.require_version("Gtk", "3.0")
+from gi.repository import Gdk, Gtk
+window = Gtk.Invisible()
+window.realize()
+Gdk.selection_owner_set(window.get_window(), Gdk.Atom.intern("_NET_WM_CM_S0", False), 0, False)
+print("blending", flush=True)
+Gtk.main()
+"""
 WITHOUT_DISPLAY = {"DISPLAY": "", "WAYLAND_DISPLAY": ""}
 
 
@@ -62,6 +74,38 @@ class PopoverStory(unittest.TestCase):
         self.open()
         subprocess.check_call(["xdotool", "mousemove", "40", "700", "click", "1"])
         wait_for(lambda: not windows("Lumora"), "the end by a click")
+
+    def test_is_round_with_a_shadow_while_windows_are_blended(self):
+        self.running()
+        square = geometry(self.open())
+        self.assertEqual(square[2], 340)
+        subprocess.check_call(["xdotool", "key", "Escape"])
+        wait_for(lambda: not windows("Lumora"), "the end by Esc")
+        compositor = self.enterContext(
+            subprocess.Popen([sys.executable, "-c", COMPOSITOR], stdout=subprocess.PIPE, text=True)
+        )
+        self.addCleanup(compositor.kill)
+        self.assertEqual(compositor.stdout.readline(), "blending\n")
+        left, top, width, height = square
+        self.wait_until_it_opens_as((left - GAP, top - GAP, width + 2 * GAP, height + 2 * GAP))
+        self.assertIn("Depth: 32", subprocess.check_output(["xwininfo", "-id", windows("Lumora")[0]], text=True))
+        subprocess.check_call(["xdotool", "mousemove", str(left - 4), str(top + 100), "click", "1"])
+        wait_for(lambda: not windows("Lumora"), "the end by a click on the shadow")
+        compositor.kill()
+        time.sleep(DOUBLE_CLICK_SECONDS)
+        self.wait_until_it_opens_as(square)
+
+    def wait_until_it_opens_as(self, box):
+        """The display tells of a compositor in its own time."""
+
+        def opened():
+            if geometry(self.open()) == box:
+                return True
+            subprocess.check_call(["xdotool", "key", "Escape"])
+            wait_for(lambda: not windows("Lumora"), "the end by Esc")
+            return False
+
+        wait_for(opened, f"the popover at {box}")
 
     def test_quits_by_its_button(self):
         lumora = self.running()

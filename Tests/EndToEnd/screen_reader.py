@@ -21,6 +21,7 @@ BUNDLE = sys.argv.pop()
 LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 # As AT-SPI called it before 2.54.
 PUSH_BUTTON = {"button": "push button"}
+TABLE = "table", "Daily summary"
 SAYS_NOTHING = {"frame", "filler", "panel", "scroll pane", "viewport", "layered pane"}
 
 
@@ -177,6 +178,25 @@ class ScreenReader(unittest.TestCase):
                 ("push button", "Quit", None),
             ],
         )
+
+    def test_the_table_of_days(self):
+        start_again(BUNDLE)
+        popover = self.heard.wait("dialog", "60%. On battery, 2 h 42 min left")
+        key("Tab", "Tab")
+        self.heard.wait("check box", "Daily summary")
+        key("space")
+
+        def table():
+            nodes = everything(popover)
+            return next((node for node in nodes if (node.get_role_name(), node.get_name()) == TABLE), None)
+
+        days = wait_for(table, "the table")
+        self.assertEqual((Atspi.Table.get_n_rows(days), Atspi.Table.get_n_columns(days)), (1, 4))
+        headings = [Atspi.Table.get_column_header(days, column).get_name() for column in range(4)]
+        self.assertEqual(headings, ["Day", "Avg", "Range", "Charging"])
+        cells = [Atspi.Table.get_accessible_at(days, 0, column) for column in range(4)]
+        self.assertEqual([cell.get_name() for cell in cells[1:]], ["60%", "60–60%", "–"])
+        self.assertEqual(Atspi.Table.get_row_description(days, 0), cells[0].get_name())
 
     def test_the_settings(self):
         subprocess.check_call(["gapplication", "action", "org.lumora.Lumora", "settings"])

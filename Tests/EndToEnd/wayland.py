@@ -18,6 +18,7 @@ from lumora_testing.sway import windows
 BUNDLE = sys.argv.pop()
 BAR_HEIGHT = 28
 GAP = 8
+PADDING = 16
 # On the bar, where nothing is.
 AWAY = 600, 14
 TO_OPEN_SECONDS = 15
@@ -76,6 +77,19 @@ class WaylandStory(unittest.TestCase):
         """The rectangle of what lies over the screen as it was before the click, or None."""
         return wayland_screen().changed_since(self.behind, BAR_HEIGHT)
 
+    @staticmethod
+    def without_shadow(box):
+        """The rectangle of the popover itself: from one side of its outline to the other."""
+        screen = wayland_screen()
+        left, top, right, bottom = box
+        middle = (top + bottom) // 2
+        ground = screen.pixel(left + GAP + PADDING // 2, middle)
+        columns = [x for x in range(left, right) if screen.pixel(x, middle) == ground]
+        # Between its round corner and what it shows.
+        beside = min(columns) - 1 + PADDING - 2
+        rows = [y for y in range(top, bottom) if screen.pixel(beside, y) == ground]
+        return min(columns) - 1, min(rows) - 1, max(columns) + 2, max(rows) + 2
+
     def open(self):
         """With a click, and where the bar did not take it, with another; the popover's rectangle once it is whole."""
         self.pointer.move(*AWAY)
@@ -119,12 +133,22 @@ class WaylandStory(unittest.TestCase):
 
     def test_opens_in_the_corner_of_the_tray(self):
         self.running()
-        left, top, right, bottom = self.open()
+        box = self.open()
         wayland_screen().keep("wayland-popover")
+        left, top, right, bottom = self.without_shadow(box)
+        # It lies in the gap.
+        self.assertLess(box[0], left)
+        self.assertGreaterEqual(box[0], left - GAP)
         self.assertEqual((right - left, right, top), (340, 1280 - GAP, BAR_HEIGHT + GAP))
         self.assertLess(bottom, 800 - GAP)
         self.pointer.click(*self.item())
         self.wait_until_closed("a second click")
+
+    def test_closes_by_a_click_on_its_shadow(self):
+        self.running()
+        left, top, _, bottom = self.without_shadow(self.open())
+        self.pointer.click(left - GAP // 2, (top + bottom) // 2)
+        self.wait_until_closed("a click on its shadow")
 
     def test_stays_over_other_windows_until_the_user_turns_elsewhere(self):
         self.running()

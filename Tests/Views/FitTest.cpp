@@ -1,9 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Views/Cells.h"
 #include "Views/Controls/SegmentedPicker.h"
 #include "Views/FakeHost.h"
 #include "Views/Languages.h"
 #include "Views/Pixels.h"
+#include "Views/Popover/EvenDigits.h"
 #include "Views/Popover/PopoverView.h"
 #include "Views/Settings/SettingsWindow.h"
 
@@ -88,6 +90,18 @@ QStringList faults(const QWidget& window) {
       if (widget < other && area(widget).intersects(area(other))) {
         found << QString("over another: %1, %2").arg(nameOf(widget), nameOf(other));
       }
+    }
+  }
+  for (const Cell& cell : cellsOf(window)) {
+    constexpr int kGap = 8;
+    const QFont font = tableOf(window)->font();
+    const int room = cell.rect.width() - (cell.column == 0 ? 0 : kGap);
+    if (EvenDigits(font).width(cell.text) > room ||
+        QFontMetrics(font).height() > cell.rect.height()) {
+      found << QString("cut off: %1 (has %2)").arg(cell.text).arg(room);
+    }
+    if (cell.rect.left() < 0 || cell.rect.right() >= window.width()) {
+      found << QString("leaves the window: %1").arg(cell.text);
     }
   }
   return found;

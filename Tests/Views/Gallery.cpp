@@ -100,6 +100,7 @@ struct Scene {
   double pointedAt = -1;          // a share of the chart's width
   const char* focused = nullptr;  // by its text or accessible name
   bool darkLater = false;         // the desktop turns dark while it is open
+  bool round = false;             // windows may be translucent
 };
 
 Dictionary withCycles(std::int64_t count) {
@@ -199,6 +200,28 @@ std::vector<Scene> scenes() {
        .unfolded = true,
        .dark = true,
        .strong = true},
+      {.name = "round", .description = kCharging, .snoozed = true, .week = true, .round = true},
+      {.name = "round-dark",
+       .week = true,
+       .unfolded = true,
+       .dark = true,
+       .pointedAt = 0.4,
+       .round = true},
+      {.name = "round-german-11",
+       .week = true,
+       .unfolded = true,
+       .locale = "de_DE",
+       .points = 11,
+       .pointedAt = 0.5,
+       .round = true},
+      {.name = "round-arabic-16",
+       .week = true,
+       .unfolded = true,
+       .dark = true,
+       .locale = "ar_EG",
+       .points = 16,
+       .pointedAt = 0.6,
+       .round = true},
   };
 }
 
@@ -261,7 +284,8 @@ bool render(const Scene& scene, DesktopLooks& looks, const std::filesystem::path
   host.model().refresh(AppModel::Reason::launch);
   host.clock.time += Seconds(23 * 60);
 
-  PopoverWindow window(host);
+  const auto round = [](const QScreen& /*screen*/) { return true; };
+  PopoverWindow window(host, scene.round ? round : blendsWindows);
   window.showAt(std::nullopt);
   for (auto* widget : window.findChildren<QWidget*>()) {
     if (auto* picker = dynamic_cast<SegmentedPicker*>(widget); scene.week && picker != nullptr) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Views/Cells.h"
 #include "Views/Children.h"
 #include "Views/Controls/SegmentedPicker.h"
 #include "Views/FakeHost.h"
@@ -57,12 +58,13 @@ class ViewTest : public testing::Test {
     QTest::mouseClick(button(text), Qt::LeftButton);
   }
 
-  /// All texts that can be seen, from top to bottom.
+  /// All texts that can be seen, from top to bottom, then those of the table.
   QStringList texts() const {
     QStringList seen;
     for (const auto* label : view->findChildren<QLabel*>()) {
       if (label->isVisible()) seen << label->text();
     }
+    for (const Cell& cell : cellsOf(*view)) seen << cell.text;
     return seen;
   }
 

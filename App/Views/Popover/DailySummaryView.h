@@ -4,18 +4,13 @@
 
 #include "Content/PopoverContent.h"
 
-#include <QFont>
 #include <QWidget>
-#include <array>
-#include <cstddef>
 #include <vector>
-
-class QGridLayout;
 
 namespace lumora {
 
+class DayTable;
 class Disclosure;
-class Label;
 
 /// The days of the last week as a table that unfolds under its title.
 class DailySummaryView : public QWidget {
@@ -30,19 +25,12 @@ class DailySummaryView : public QWidget {
   bool isUnfolded() const;
 
  private:
-  static constexpr std::size_t kColumns = 4;
-  using Line = std::array<Label*, kColumns>;
-
-  Line addLine(int row);
-  int widthIn(const QFont& font) const;
-  void fitFont();
+  void unfold(bool unfolded);
 
   int width_;
   Disclosure* title_;
-  QWidget* table_;
-  QGridLayout* grid_;
-  Line headings_{};
-  std::vector<Line> lines_;  // Kept when there are fewer days: what is made anew flickers.
+  DayTable* table_ = nullptr;  // Made when it is first wanted.
+  std::vector<DayRow> rows_;
 };
 
 }  // namespace lumora

@@ -4,13 +4,15 @@
 
 #include "Base/NumberText.h"
 #include "Base/Texts.h"
-#include "Base/TimeText.h"
+#include "Content/ChartText.h"
 #include "Views/Controls/Labels.h"
+#include "Views/Popover/ChartGround.h"
 #include "Views/Popover/TimeTicker.h"
 #include "Views/Theme/Colors.h"
 #include "Views/Theme/Fonts.h"
 
 #include <QEvent>
+#include <QFontInfo>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -28,7 +30,7 @@ constexpr int kTickLength = 4;
 constexpr int kLabelPadding = 4;
 // Room for the ring that marks the focus.
 constexpr int kMargin = 5;
-constexpr double kFocusRadius = 4;
+constexpr double kRadius = 4;
 
 /// The plot, with a ring around it while it has the keyboard focus.
 class Plot : public QCustomPlot {
@@ -39,7 +41,25 @@ class Plot : public QCustomPlot {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(focusPen(palette()));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kFocusRadius, kFocusRadius);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kRadius, kRadius);
+  }
+};
+
+/// What is told of the point that is pointed at, on a ground of its own.
+class Bubble : public QCPItemText {
+ public:
+  using QCPItemText::QCPItemText;
+
+ protected:
+  void draw(QCPPainter* painter) override {
+    const QRectF box(topLeft->pixelPosition(), bottomRight->pixelPosition());
+    painter->setAntialiasing(true);
+    painter->setPen(pen());
+    painter->setBrush(brush());
+    painter->drawRoundedRect(box, kRadius, kRadius);
+    painter->setFont(font());
+    painter->setPen(color());
+    painter->drawText(box, Qt::AlignCenter, text());
   }
 };
 
@@ -77,12 +97,13 @@ HistoryChart::HistoryChart(QWidget* parent)
   addWidget(empty_);
   addWidget(plot_);
   setUpAxes();
+  ground_ = new ChartGround(plot_);
   plot_->addLayer("pointer", nullptr, QCustomPlot::limAbove);
   plot_->layer("pointer")->setMode(QCPLayer::lmBuffered);
   plot_->setCurrentLayer("pointer");
   cursor_ = new QCPItemLine(plot_);
   tracer_ = new QCPItemTracer(plot_);
-  label_ = new QCPItemText(plot_);
+  label_ = new Bubble(plot_);
   // At the ends of the chart they reach over it.
   for (QCPAbstractItem* item : std::initializer_list<QCPAbstractItem*>{tracer_, label_}) {
     item->setClipToAxisRect(false);
@@ -150,14 +171,16 @@ void HistoryChart::applyLooks() {
   cursor_->setPen(QPen(neutral, 1));
   tracer_->setPen(QPen(markColor(Tint::accent, palette()), kLineWidth));
   tracer_->setBrush(palette().color(QPalette::Window));
-  label_->setFont(font);
   label_->setColor(textColor(TextColor::primary, palette()));
   label_->setBrush(palette().color(QPalette::Window));
+  label_->setPen(hairlineColor(palette()));
 }
 
-void HistoryChart::show(std::span<const Sample> samples, int days, Date now) {
+void HistoryChart::show(std::span<const Sample> samples, int days, Date now,
+                        const std::vector<std::int64_t>& thresholds) {
   points_ = chartPoints(samples);
   setRange(days, now);
+  ground_->show(points_, thresholds, from_, to_);
   setCurrentWidget(points_.size() <= 1 ? static_cast<QWidget*>(empty_) : plot_);
 
   plot_->clearPlottables();
@@ -215,16 +238,6 @@ ChartScale HistoryChart::scale() const {
           .height = static_cast<double>(area.height())};
 }
 
-QString HistoryChart::describe(const ChartPoint& point) const {
-  std::string moment = timeOfDayText(point.date);
-  if (days_ > 1) {
-    // TRANSLATORS: A moment of the last seven days: %1$s is the abbreviated weekday ("Mon"), %2$s
-    // the time of day ("14:35").
-    moment = filled(translatedIn("moment", "%1$s %2$s"), {weekdayText(point.date), moment});
-  }
-  return QString::fromStdString(joined(moment, percentText(point.pct)));
-}
-
 void HistoryChart::pointAt(std::optional<std::size_t> index) {
   setPoint(index);
   if (isVisible()) plot_->layer("pointer")->replot();
@@ -241,22 +254,28 @@ void HistoryChart::setPoint(std::optional<std::size_t> index) {
     cursor_->start->setCoords(time, 0);
     cursor_->end->setCoords(time, 1);
     tracer_->position->setCoords(time, static_cast<double>(point.pct));
-    placeLabel(point);
-    plot_->setAccessibleDescription(describe(point));
+    const QString text = QString::fromStdString(pointText(point, days_));
+    placeLabel(point, text);
+    plot_->setAccessibleDescription(text);
   } else {
-    plot_->setAccessibleDescription(points_.empty() ? QString() : describe(points_.back()));
+    plot_->setAccessibleDescription(QString::fromStdString(chartText(points_, days_)));
   }
 }
 
 /// In the half of the chart in which the point is not, and whole.
-void HistoryChart::placeLabel(const ChartPoint& point) {
+void HistoryChart::placeLabel(const ChartPoint& point, const QString& text) {
   constexpr int kPadding = 4;
-  const QString text = describe(point);
   const QRect area = plot_->axisRect()->rect();
-  const double half = QFontMetrics(label_->font()).horizontalAdvance(text) / 2.0 + kPadding;
+  QFont font = fontFor(TextRole::caption2);
+  const auto width = [&] { return QFontMetrics(font).horizontalAdvance(text) + 2 * kPadding; };
+  for (int pixels = QFontInfo(font).pixelSize(); pixels > 1 && width() > area.width();) {
+    font.setPixelSize(--pixels);
+  }
+  const double half = width() / 2.0;
   const double left = area.left() + half;
   const double right = std::max(left, area.right() - half);
   const bool below = point.pct > 50;
+  label_->setFont(font);
   label_->setText(text);
   label_->setPadding(QMargins(kPadding, 1, kPadding, 1));
   label_->setPositionAlignment(Qt::AlignHCenter | (below ? Qt::AlignBottom : Qt::AlignTop));

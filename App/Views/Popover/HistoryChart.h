@@ -10,6 +10,7 @@
 #include <QStackedWidget>
 #include <QString>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <vector>
@@ -21,16 +22,19 @@ class QCustomPlot;
 
 namespace lumora {
 
+class ChartGround;
 class Label;
 
-/// The charge level over the last day or week as a line, broken where the record is. Pointing at
-/// it, or the arrow keys, show the time and percent there.
+/// The charge level over the last day or week as a line on a soft area, broken where the record is,
+/// with the times of charging and the percents that the user is reminded at. Pointing at it, or the
+/// arrow keys, tell the time and percent there and whether it was charging.
 class HistoryChart : public QStackedWidget {
  public:
   explicit HistoryChart(QWidget* parent = nullptr);
 
-  /// Draws the samples of the `days` before `now`.
-  void show(std::span<const Sample> samples, int days, Date now);
+  /// Draws the samples of the `days` before `now`, and lines at the thresholds, percents.
+  void show(std::span<const Sample> samples, int days, Date now,
+            const std::vector<std::int64_t>& thresholds = {});
 
   /// The point that is pointed at; absent when none is.
   std::optional<ChartPoint> pointedAt() const;
@@ -47,13 +51,13 @@ class HistoryChart : public QStackedWidget {
   void setRange(int days, Date now);
   void pointAt(std::optional<std::size_t> index);
   void setPoint(std::optional<std::size_t> index);
-  void placeLabel(const ChartPoint& point);
+  void placeLabel(const ChartPoint& point, const QString& text);
   void step(int points);
   ChartScale scale() const;
-  QString describe(const ChartPoint& point) const;
 
   Label* empty_;
   QCustomPlot* plot_;
+  ChartGround* ground_ = nullptr;
   QCPItemTracer* tracer_ = nullptr;
   QCPItemLine* cursor_ = nullptr;
   QCPItemText* label_ = nullptr;

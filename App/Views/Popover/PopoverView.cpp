@@ -294,7 +294,8 @@ void PopoverView::updateHistory() {
   const HistoryStore& history = host_.model().history();
   const Date now = host_.now();
   const int days = range_->current() == 0 ? 1 : kWeek;
-  chart_->show(history.samples(now - Seconds(days * 86'400.0)), days, now);
+  chart_->show(history.samples(now - Seconds(days * 86'400.0)), days, now,
+               chartThresholds(Prefs::current(host_.defaults())));
   summary_->show(dayRows(history.dailySummaries(kWeek, now), kWeek));
 }
 

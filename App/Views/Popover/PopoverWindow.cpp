@@ -3,10 +3,8 @@
 #include "Views/Popover/PopoverWindow.h"
 
 #include "Content/LayerPlace.h"
-#include "Content/PopoverPlace.h"
-#include "Views/Display.h"
+#include "Views/Popover/PopoverFrame.h"
 #include "Views/Popover/PopoverView.h"
-#include "Views/Theme/Colors.h"
 #include "Views/Wayland/ClicksElsewhere.h"
 #include "Views/Wayland/LayerShell.h"
 #include "Views/Wayland/LayerSurface.h"
@@ -62,6 +60,14 @@ void settle(QWidget& widget) {
   QCoreApplication::removePostedEvents(&widget, QEvent::LayoutRequest);
 }
 
+/// Both in one step: one after the other they would be seen as a jump.
+void setFixedGeometry(QWidget& window, const QRect& geometry) {
+  window.setMinimumSize(0, 0);
+  window.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+  window.setGeometry(geometry);
+  window.setFixedSize(geometry.size());
+}
+
 bool isPlasma() { return qEnvironmentVariable("XDG_CURRENT_DESKTOP").contains("KDE"); }
 
 /// As long as nobody has changed that. Wayland does not tell.
@@ -83,8 +89,11 @@ Pointer pointer() {
 
 }  // namespace
 
-PopoverWindow::PopoverWindow(ViewsHost& host)
-    : layers_(LayerShell::find()), view_(new PopoverView(host)), scroll_(new QScrollArea) {
+PopoverWindow::PopoverWindow(ViewsHost& host, bool (*blends)(const QScreen&))
+    : layers_(LayerShell::find()),
+      view_(new PopoverView(host)),
+      scroll_(new QScrollArea),
+      blends_(blends) {
   setWindowFlags(flagsOfWindow(layers_ != nullptr));
   setWindowTitle("Lumora");
   setAutoFillBackground(true);
@@ -95,6 +104,11 @@ PopoverWindow::PopoverWindow(ViewsHost& host)
   scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   scroll_->setFocusPolicy(Qt::NoFocus);
   scroll_->setWidget(view_);
+  for (const auto end : {Qt::AlignTop, Qt::AlignBottom}) {
+    auto* empty = new QWidget;
+    empty->setFixedHeight(0);
+    scroll_->addScrollBarWidget(empty, end);
+  }
   // The outline shines through.
   view_->setAutoFillBackground(false);
   scroll_->viewport()->setAutoFillBackground(false);
@@ -110,17 +124,43 @@ void PopoverWindow::showAt(std::optional<ScreenPoint> click) {
     // Without a click it stands where it stood last.
     click_ = known;
   }
+  if (!isVisible()) dress();
   // Before it is shown: a window that grows or moves afterwards is seen to jump.
   view_->updateContent();
   fit();
-  place();
   if (layers_ != nullptr && !isVisible() && !enterLayer()) return;
   show();
   raise();
   activateWindow();
 }
 
-/// As large as its content, and no higher than the screen.
+/// A window is translucent from its beginning or not at all.
+void PopoverWindow::dress() {
+  const QScreen* screen = monitorAt(click_);
+  const bool round = screen != nullptr && blends_(*screen);
+  if (round == isRound()) return;
+  destroy();
+  setAttribute(Qt::WA_TranslucentBackground, round);
+  setAttribute(Qt::WA_NoSystemBackground, round);
+  setAutoFillBackground(!round);
+  layout()->setContentsMargins(reach(), reach(), reach(), reach());
+  // The scroll bar keeps out of the corners.
+  for (QWidget* end : scroll_->scrollBarWidgets(Qt::AlignTop | Qt::AlignBottom)) {
+    end->setFixedHeight(round ? kCornerRadius : 0);
+  }
+}
+
+bool PopoverWindow::isRound() const { return testAttribute(Qt::WA_TranslucentBackground); }
+
+/// Of the window beyond the popover, on each side.
+int PopoverWindow::reach() const { return isRound() ? kShadowReach : 0; }
+
+/// Within the window.
+QRect PopoverWindow::popover() const {
+  return rect().adjusted(reach(), reach(), -reach(), -reach());
+}
+
+/// As large as its content, and no higher than the screen; where it belongs.
 void PopoverWindow::fit() {
   const auto screen = screenAt(click_);
   settle(*view_);
@@ -128,7 +168,15 @@ void PopoverWindow::fit() {
   const int height = screen ? popoverHeight(wanted, *screen) : wanted;
   const int scrollBar = height < wanted ? scroll_->verticalScrollBar()->sizeHint().width() : 0;
   view_->resize(view_->width(), wanted);
-  setFixedSize(view_->width() + scrollBar, height);
+  const QSize size(view_->width() + scrollBar, height);
+  const QMargins around(reach(), reach(), reach(), reach());
+  QRect geometry(pos(), size.grownBy(around));
+  if (screen && placesItself()) {
+    const ScreenPoint corner = popoverPlace(click_, {size.width(), size.height()}, *screen);
+    geometry.moveTopLeft({corner.x - reach(), corner.y - reach()});
+  }
+  setFixedGeometry(*this, geometry);
+  placeInLayer();
 }
 
 /// A surface can take its place in a layer only before it has a picture, so each time it is a new
@@ -145,7 +193,7 @@ bool PopoverWindow::enterLayer() {
   layer_ = std::make_unique<LayerSurface>(
       *layers_, surface, LayerShell::outputOf(screen), LayerSurface::Kind::popover,
       LayerSurface::Callbacks{.configured = [](int, int) {}, .closed = [this] { close(); }});
-  place();
+  placeInLayer();
   if (layer_->waitUntilConfigured()) return true;
   setVisible(false);
   return false;
@@ -160,23 +208,21 @@ void PopoverWindow::setVisible(bool visible) {
   QWidget::setVisible(visible);
 }
 
-void PopoverWindow::place() {
+/// The layer's gap to the screen's edges has the shadow in it.
+void PopoverWindow::placeInLayer() {
   const auto screen = screenAt(click_);
-  if (!screen) return;
-  if (layer_) {
-    layer_->place(layerPlace(click_, {width(), height()}, screen->whole, panelsAreAtTheBottom()),
-                  {width(), height()});
-  }
-  if (!placesItself()) return;
-  const ScreenPoint corner = popoverPlace(click_, {width(), height()}, *screen);
-  move(corner.x, corner.y);
+  if (!layer_ || !screen) return;
+  LayerPlace place = layerPlace(click_, {popover().width(), popover().height()}, screen->whole,
+                                panelsAreAtTheBottom());
+  place.marginX -= reach();
+  place.marginY -= reach();
+  layer_->place(place, {width(), height()});
 }
 
 /// Grows and shrinks with its content, and by nothing else.
 bool PopoverWindow::eventFilter(QObject* watched, QEvent* event) {
   if (watched == view_ && event->type() == QEvent::LayoutRequest && isVisible()) {
     fit();
-    place();
   }
   return QWidget::eventFilter(watched, event);
 }
@@ -202,9 +248,9 @@ bool PopoverWindow::event(QEvent* event) {
   return QWidget::event(event);
 }
 
-/// A popup hears of clicks elsewhere, too.
+/// A popup hears of clicks elsewhere, too. The shadow is elsewhere.
 void PopoverWindow::mousePressEvent(QMouseEvent* event) {
-  if (!rect().contains(event->pos())) dismiss();
+  if (!popover().contains(event->pos())) dismiss();
 }
 
 void PopoverWindow::keyPressEvent(QKeyEvent* event) {
@@ -217,8 +263,8 @@ void PopoverWindow::keyPressEvent(QKeyEvent* event) {
 
 void PopoverWindow::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  painter.setPen(outlineColor(palette()));
-  painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  isRound() ? drawRoundFrame(painter, popover(), palette())
+            : drawSquareFrame(painter, popover(), palette());
 }
 
 }  // namespace lumora

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Base/ScreenPoint.h"
+#include "Views/Display.h"
 #include "Views/ViewsModule.h"
 
 #include <QElapsedTimer>
@@ -22,11 +23,13 @@ class PopoverView;
 /// The frameless window that holds the popover: at the click and kept on the screen where the
 /// display lets windows choose their place, or has layers for what belongs to a panel; else where
 /// the compositor puts it. It is as large as
-/// its content, which scrolls where the screen is too low for it. It closes when the user turns to
+/// its content, which scrolls where the screen is too low for it. Where windows may be translucent
+/// it is round, and the window larger by the shadow around it. It closes when the user turns to
 /// something else, and on Esc.
 class PopoverWindow : public QWidget {
  public:
-  explicit PopoverWindow(ViewsHost& host);
+  /// `blends` is asked at each opening whether windows may be translucent.
+  explicit PopoverWindow(ViewsHost& host, bool (*blends)(const QScreen&) = blendsWindows);
   ~PopoverWindow() override;
 
   /// Shows it at a click, in the tray's coordinates, or where the tray usually is.
@@ -52,8 +55,12 @@ class PopoverWindow : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void dress();
+  bool isRound() const;
+  int reach() const;
+  QRect popover() const;
   void fit();
-  void place();
+  void placeInLayer();
   void dismiss();
   bool enterLayer();
 
@@ -61,6 +68,7 @@ class PopoverWindow : public QWidget {
   std::unique_ptr<LayerShell> layers_;
   PopoverView* view_;
   QScrollArea* scroll_;
+  bool (*blends_)(const QScreen&);
   std::optional<ScreenPoint> click_;
   QElapsedTimer sinceDismissed_;
   // While it is shown in a layer.

@@ -14,6 +14,7 @@ constexpr double kMarkContrast = 3;
 constexpr double kHighContrast = 7;
 constexpr double kSecondaryShare = 0.65;
 constexpr double kNeutralShare = 0.4;
+constexpr float kAreaOpacity = 0.11F;
 
 QColor windowOf(const QPalette& palette) {
   return palette.color(QPalette::Active, QPalette::Window);
@@ -121,6 +122,10 @@ QColor neutralMarkColor(const QPalette& palette) {
 QColor trackColor(const QPalette& palette) { return translucent(secondaryColor(palette), 0.2F); }
 
 QColor gridColor(const QPalette& palette) { return translucent(secondaryColor(palette), 0.25F); }
+
+QColor areaColor(Tint tint, const QPalette& palette) {
+  return translucent(markColor(tint, palette), kAreaOpacity);
+}
 
 QColor knobColor(const QColor& track) {
   return contrast(Qt::white, track) >= kMarkContrast ? Qt::white : Qt::black;

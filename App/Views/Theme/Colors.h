@@ -33,6 +33,9 @@ QColor trackColor(const QPalette& palette);
 /// The lines behind the chart.
 QColor gridColor(const QPalette& palette);
 
+/// The soft area below the chart's line, on which all marks are seen. Translucent.
+QColor areaColor(Tint tint, const QPalette& palette);
+
 /// The knob of a switch whose track has this colour.
 QColor knobColor(const QColor& track);
 

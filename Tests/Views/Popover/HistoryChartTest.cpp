@@ -1,12 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Content/ChartPoints.h"
+#include "Content/ChartText.h"
 #include "Support/ScopedLocale.h"
 #include "Views/FakeHost.h"
 #include "Views/Patience.h"
 #include "Views/Pixels.h"
 #include "Views/Popover/HistoryChart.h"
 #include "Views/Theme/Colors.h"
+#include "Views/Theme/Contrast.h"
 
 #include <QLabel>
 #include <QTest>
@@ -64,6 +66,26 @@ class HistoryChartTest : public testing::Test {
     from = kNow - Seconds(days * kDay);
     chart.show(samples, days, kNow);
     plot()->replot();
+  }
+
+  QColor ground() const { return chart.palette().color(QPalette::Window); }
+  QColor area(Tint tint = Tint::accent) const {
+    return over(ground(), areaColor(tint, chart.palette()));
+  }
+  QColor bar() const { return markColor(Tint::green, chart.palette()); }
+
+  /// The colour where the chart should have a time, in hours before now, and a percent.
+  QColor colorAt(double hoursAgo, double percent) {
+    return picture(*plot()).pixelColor(place(kNow - Seconds(3600 * hoursAgo), percent).toPoint());
+  }
+
+  /// A sample every ten minutes from one time to another, in hours before now.
+  static std::vector<Sample> between(double from, double to, std::int64_t percent, bool charging) {
+    std::vector<Sample> samples;
+    for (double hours = from; hours >= to; hours -= 1.0 / 6) {
+      samples.push_back({secondsSince1970(kNow) - 3600 * hours, percent, charging, charging});
+    }
+    return samples;
   }
 
   void drawDay() { draw(minuteSamples(kNow, 24 * 60), 1); }
@@ -151,6 +173,98 @@ TEST_F(HistoryChartTest, DrawsEachSegmentAsALineOfItsOwnAndNothingAcrossGaps) {
     }
   }
   EXPECT_GT(gaps, 100);
+}
+
+TEST_F(HistoryChartTest, LiesOnASoftAreaThatLeavesGapsEmpty) {
+  auto samples = between(20, 14, 80, false);
+  for (const Sample& sample : between(8, 2, 60, false)) samples.push_back(sample);
+  draw(samples, 1);
+  for (const double percent : {10.0, 30.0, 55.0, 75.0}) {
+    EXPECT_LT(distance(colorAt(17, percent), area()), 4) << percent;
+    EXPECT_LT(distance(colorAt(11, percent), ground()), 4) << percent;
+    EXPECT_LT(distance(colorAt(5, percent), percent < 60 ? area() : ground()), 4) << percent;
+  }
+  EXPECT_LT(distance(colorAt(17, 90), ground()), 4);
+  EXPECT_LT(distance(colorAt(22, 20), ground()), 4);
+  EXPECT_LT(distance(colorAt(1, 20), ground()), 4);
+}
+
+TEST_F(HistoryChartTest, ShadesTheTimesOfCharging) {
+  auto samples = between(20, 14, 40, false);
+  for (const Sample& sample : between(13.9, 10, 60, true)) samples.push_back(sample);
+  // Whether it charged between these two nobody knows.
+  for (const Sample& sample : between(6, 4, 70, true)) samples.push_back(sample);
+  for (const Sample& sample : between(3.9, 0, 70, false)) samples.push_back(sample);
+  draw(samples, 1);
+  for (const double hoursAgo : {12.0, 5.0}) {
+    EXPECT_LT(distance(colorAt(hoursAgo, 30), area(Tint::green)), 4) << hoursAgo;
+    EXPECT_LT(distance(colorAt(hoursAgo, 90), ground()), 4) << hoursAgo;
+    EXPECT_LT(distance(colorAt(hoursAgo, 2), bar()), 4) << hoursAgo;
+  }
+  EXPECT_GT(distance(area(Tint::green), area()), 8);
+  for (const double hoursAgo : {17.0, 8.0, 2.0}) {
+    EXPECT_LT(distance(colorAt(hoursAgo, 30), hoursAgo == 8 ? ground() : area()), 4) << hoursAgo;
+    EXPECT_GT(distance(colorAt(hoursAgo, 2), bar()), 60) << hoursAgo;
+  }
+}
+
+TEST_F(HistoryChartTest, LetsAShortChargeBeSeenInAWeek) {
+  auto samples = between(100, 50, 40, false);
+  for (const Sample& sample : between(49.9, 49.7, 45, true)) samples.push_back(sample);
+  for (const Sample& sample : between(49.6, 10, 45, false)) samples.push_back(sample);
+  draw(samples, 7);
+  const QPoint foot = place(kNow - Seconds(3600 * 49.8), 2).toPoint();
+  EXPECT_TRUE(hasNear(picture(*plot()), foot, bar(), 1, 8));
+}
+
+TEST_F(HistoryChartTest, MarksThePercentsThatItRemindsAt) {
+  const auto dots = [this](double percent) {
+    const QImage image = picture(*plot());
+    const QRect within = plot()->axisRect()->rect();
+    const int y = place(kNow, percent).toPoint().y();
+    int count = 0;
+    for (int x = within.left(); x <= within.right(); ++x) {
+      const QColor dot = neutralMarkColor(chart.palette());
+      count += hasNear(image, {x, y}, dot, 0, 8) || hasNear(image, {x, y - 1}, dot, 0, 8) ? 1 : 0;
+    }
+    return static_cast<double>(count) / within.width();
+  };
+  const auto samples = between(20, 0, 60, false);
+  chart.show(samples, 1, kNow, {80, 20});
+  plot()->replot();
+  EXPECT_NEAR(dots(80), 0.25, 0.03);
+  EXPECT_NEAR(dots(20), 0.25, 0.03);
+  EXPECT_EQ(dots(40), 0);
+  chart.show(samples, 1, kNow, {70});
+  plot()->replot();
+  EXPECT_EQ(dots(80), 0);
+  EXPECT_EQ(dots(20), 0);
+  EXPECT_NEAR(dots(70), 0.25, 0.03);
+}
+
+TEST_F(HistoryChartTest, DrawsTheBordersOfTheDays) {
+  const QColor border = over(ground(), gridColor(chart.palette()));
+  const auto borders = [&] {
+    const QImage image = picture(*plot());
+    std::vector<int> found;
+    const QRect within = plot()->axisRect()->rect();
+    const int y = place(kNow, 90).toPoint().y();
+    for (int x = within.left(); x <= within.right(); ++x) {
+      if (distance(image.pixelColor(x, y), border) < 4) found.push_back(x);
+    }
+    return found;
+  };
+  const double today = 1'795'525'980 - (14 * 60 + 13) * 60;
+  draw(between(20, 0, 20, false), 1);
+  ASSERT_EQ(borders().size(), 1U);
+  EXPECT_NEAR(borders()[0], place(dateSince1970(today), 0).x(), 1);
+  draw(between(160, 0, 20, false), 7);
+  const auto week = borders();
+  ASSERT_EQ(week.size(), 7U);
+  for (int day = 0; day < 7; ++day) {
+    const double at = place(dateSince1970(today - (6 - day) * kDay), 0).x();
+    EXPECT_NEAR(week[static_cast<std::size_t>(day)], at, 1) << day;
+  }
 }
 
 TEST_F(HistoryChartTest, DrawsTheLastPointWhole) {
@@ -296,7 +410,10 @@ TEST_F(HistoryChartTest, ShowsTheLabelWholeWhereverItIsPointedAt) {
         auto* label = dynamic_cast<QCPItemText*>(plot()->item(2));
         ASSERT_NE(label, nullptr);
         EXPECT_FALSE(label->clipToAxisRect());
+        EXPECT_EQ(label->text().toStdString(), pointText(*chart.pointedAt(), days));
+        const QFontMetrics metrics(label->font());
         const QRectF shown(label->topLeft->pixelPosition(), label->bottomRight->pixelPosition());
+        EXPECT_GE(shown.width(), metrics.horizontalAdvance(label->text())) << points;
         EXPECT_TRUE(QRectF(plot()->rect()).contains(shown)) << points << " " << share;
         // In the other half than the point, so that both are seen.
         const QPointF point =
@@ -315,9 +432,25 @@ TEST_F(HistoryChartTest, IsReadWithTheArrowKeys) {
   EXPECT_EQ(chart.pointedAt()->date, kNow);
   QTest::keyClick(plot(), Qt::Key_Left);
   EXPECT_LT(chart.pointedAt()->date, kNow);
-  EXPECT_TRUE(plot()->accessibleDescription().endsWith('%'));
+  EXPECT_EQ(plot()->accessibleDescription().toStdString(), pointText(*chart.pointedAt(), 1));
   for (int i = 0; i < 1000; ++i) QTest::keyClick(plot(), Qt::Key_Left);
   EXPECT_NEAR((kNow - chart.pointedAt()->date).count(), 24 * 3600, 600);
+}
+
+TEST_F(HistoryChartTest, IsSummedUpForAScreenReaderUntilItIsPointedAt) {
+  auto samples = between(20, 14, 40, false);
+  for (const Sample& sample : between(13.9, 10, 60, true)) samples.push_back(sample);
+  draw(samples, 1);
+  const std::string summary = chartText(drawn, 1);
+  EXPECT_EQ(plot()->accessibleDescription().toStdString(), summary);
+  EXPECT_NE(summary.find("40–60%"), std::string::npos) << summary;
+  pointAt(0.5);
+  EXPECT_EQ(plot()->accessibleDescription().toStdString(), pointText(*chart.pointedAt(), 1));
+  QEvent leave(QEvent::Leave);
+  QCoreApplication::sendEvent(plot(), &leave);
+  EXPECT_EQ(plot()->accessibleDescription().toStdString(), summary);
+  chart.show({}, 1, kNow);
+  EXPECT_EQ(plot()->accessibleDescription(), "");
 }
 
 TEST_F(HistoryChartTest, ForgetsWhatWasPointedAtWhenItIsDrawnAnew) {

@@ -7,6 +7,7 @@
 #include "Views/Controls/SegmentedPicker.h"
 #include "Views/Pixels.h"
 #include "Views/Popover/DailySummaryView.h"
+#include "Views/Popover/EvenDigits.h"
 #include "Views/Popover/HistoryChart.h"
 #include "Views/Popover/RingView.h"
 #include "Views/Theme/Contrast.h"
@@ -47,6 +48,16 @@ class PopoverLayoutTest : public ViewTest {
   }
 
   static QColor colorOf(const Label* of) { return of->palette().color(QPalette::WindowText); }
+
+  static bool hasInk(const QImage& image, const QRect& within, const QColor& color) {
+    constexpr int kAlike = 24;
+    for (int y = within.top(); y <= within.bottom(); ++y) {
+      for (int x = within.left(); x <= within.right(); ++x) {
+        if (distance(image.pixelColor(x, y), color) <= kAlike) return true;
+      }
+    }
+    return false;
+  }
 
   /// A pixel of the ring, at a share of the way round.
   QColor ringPixel(double share) const {
@@ -151,11 +162,6 @@ TEST_F(PopoverLayoutTest, GivesEveryTextTheFontAndColorOfItsRole) {
            Row{"87% · Fair", TextRole::callout, textColor(TextColor::orange, palette())},
            Row{"31.4 °C", TextRole::callout, secondary},
            Row{"25.2 W", TextRole::callout, secondary},
-           Row{"Day", TextRole::caption, secondary},
-           Row{"Avg", TextRole::caption, secondary},
-           Row{"Range", TextRole::caption, secondary},
-           Row{"Charging", TextRole::caption, secondary},
-           Row{"Tue 24", TextRole::caption, primary},
            Row{"Lumora can only remind you. A Mac app cannot stop the charger.", TextRole::caption2,
                secondary},
        }) {
@@ -163,6 +169,13 @@ TEST_F(PopoverLayoutTest, GivesEveryTextTheFontAndColorOfItsRole) {
     ASSERT_NE(shown, nullptr) << texts().join('|').toStdString();
     EXPECT_EQ(shown->font(), fontFor(row.role)) << row.text;
     EXPECT_EQ(colorOf(shown), row.color) << row.text;
+  }
+  EXPECT_EQ(tableOf(*view)->font(), fontFor(TextRole::caption));
+  const QImage image = picture(*view);
+  for (const Cell& cell : cellsOf(*view)) {
+    const bool heading = cell.row < 0;
+    EXPECT_TRUE(hasInk(image, cell.rect, heading ? secondary : primary)) << cell.text.toStdString();
+    EXPECT_NE(hasInk(image, cell.rect, primary), heading) << cell.text.toStdString();
   }
   EXPECT_EQ(only<LinkButton>()->font(), fontFor(TextRole::caption));
   EXPECT_EQ(only<Disclosure>()->font(), fontFor(TextRole::callout));
@@ -288,9 +301,12 @@ TEST_F(PopoverLayoutTest, HasColumnsOfTheirWidthsWhereTheTextsAreShort) {
   open();
   click("Daily summary");
   QCoreApplication::processEvents();
-  EXPECT_EQ(at(label("Avg")).width(), 38);
-  EXPECT_EQ(at(label("Range")).width(), 68);
-  EXPECT_EQ(at(label("Charging")).width(), 62);
+  const QList<Cell> cells = cellsOf(*view);
+  ASSERT_EQ(cells.size(), 8);
+  constexpr int kMostGap = 16;
+  EXPECT_EQ(cells[1].rect.width(), kMostGap + 38);
+  EXPECT_EQ(cells[2].rect.width(), kMostGap + 68);
+  EXPECT_EQ(cells[3].rect.width(), kMostGap + 62);
 }
 
 TEST_F(PopoverLayoutTest, KeepsTheColumnsOfTheTableApart) {
@@ -308,35 +324,35 @@ TEST_F(PopoverLayoutTest, KeepsTheColumnsOfTheTableApart) {
     open();
     click("Daily summary");
     QCoreApplication::processEvents();
-    const std::vector<const char*> headings = {"Day", "Avg", "Range", "Charging"};
+    view->resize(view->width(), view->heightForWidth(view->width()));
+    QCoreApplication::processEvents();
+    const QList<Cell> cells = cellsOf(*view);
+    const QImage image = picture(*view);
+    const QFont font = tableOf(*view)->font();
+    const int line = QFontMetrics(font).height();
     const std::vector<int> widths = {0, 38, 68, 62};
-    int right = 16;
-    for (std::size_t i = 0; i < headings.size(); ++i) {
-      const QRect cell = at(label(headings[i]));
-      EXPECT_GE(cell.left() - right - 1, i == 0 ? -1 : 8) << headings[i];
-      EXPECT_GE(cell.width(), widths[i]) << headings[i];
-      EXPECT_EQ(label(headings[i])->alignment() & Qt::AlignHorizontal_Mask,
-                (i == 0 ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignAbsolute);
-      right = cell.right();
+    // Each row's ink keeps out of the gap before its column.
+    for (const Cell& cell : cells) {
+      const int gap = cell.column == 0 ? 0 : 8;
+      EXPECT_GE(cell.rect.width(), gap + widths.at(static_cast<std::size_t>(cell.column)));
+      EXPECT_GE(cell.rect.width() - gap, EvenDigits(font).width(cell.text))
+          << points << " " << cell.text.toStdString();
+      for (int x = cell.rect.left(); x < cell.rect.left() + gap; ++x) {
+        for (int y = cell.rect.top(); y <= cell.rect.bottom(); ++y) {
+          EXPECT_LT(distance(image.pixelColor(x, y), window()), 60)
+              << points << " " << cell.text.toStdString();
+        }
+      }
     }
-    EXPECT_EQ(right + 1, 340 - 16);
-    if (points == 10.0) {
-      EXPECT_EQ(at(label("Avg")).width(), 38);
-      EXPECT_EQ(at(label("Range")).width(), 68);
+    EXPECT_EQ(cells[0].rect.left(), 16);
+    EXPECT_EQ(cells[3].rect.right() + 1, 340 - 16);
+    EXPECT_EQ(cells[0].rect.top() - at(only<Disclosure>()).bottom() - 1, 4);
+    EXPECT_EQ(cells[0].rect.height(), line);
+    EXPECT_GE(cells.size(), 4 * 8);
+    for (const Cell& cell : cells) {
+      if (cell.row < 0) continue;
+      EXPECT_EQ(cell.rect.top(), cells[0].rect.bottom() + 1 + cell.row * (line + 4));
     }
-    EXPECT_EQ(at(label("Day")).top() - at(only<Disclosure>()).bottom() - 1, 4);
-    int rows = 0;
-    int below = at(label("Day")).bottom();
-    for (const auto* cell : childrenOf<Label>(*only<DailySummaryView>())) {
-      if (!cell->isVisible()) continue;
-      EXPECT_GE(cell->width(), QFontMetrics(cell->font()).horizontalAdvance(cell->text()))
-          << points << " " << cell->text().toStdString();
-      if (at(cell).top() <= below) continue;
-      EXPECT_EQ(at(cell).top() - below - 1, 4);
-      below = at(cell).bottom();
-      ++rows;
-    }
-    EXPECT_GE(rows, 7);
     EXPECT_TRUE(texts().contains("2 h 59 min")) << texts().join('|').toStdString();
   }
 }

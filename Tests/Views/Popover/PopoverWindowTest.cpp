@@ -11,6 +11,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
+#include <QWindow>
 #include <fstream>
 
 #include <gtest/gtest.h>
@@ -196,6 +197,146 @@ TEST(PopoverWindow, StandsStillWhileTheUnfoldedTableIsRenewed) {
   }
   EXPECT_EQ(watch.seen, QList<QRect>{});
   EXPECT_EQ(popover.window.findChildren<QLabel*>(), labels);
+}
+
+TEST(PopoverWindow, TakesItsNewSizeAndPlaceInOneStep) {
+  Popover popover;
+  FakeHost& host = popover.host;
+  for (const int click : {10, 790}) {
+    host.setBattery(73, {}, {});
+    host.model().refresh(AppModel::Reason::change);
+    popover.window.showAt(ScreenPoint{400, click});
+    for (int i = 0; i < 3; ++i) QCoreApplication::processEvents();
+    const QRect before = popover.window.geometry();
+    Watch watch(popover.window);
+    for (const bool comes : {true, false}) {
+      watch.seen.clear();
+      host.setBattery(73, {}, comes ? kEverything : Dictionary{});
+      host.model().refresh(AppModel::Reason::change);
+      for (int i = 0; i < 3; ++i) QCoreApplication::processEvents();
+      ASSERT_FALSE(watch.seen.empty());
+      for (const QRect& rect : watch.seen) EXPECT_EQ(rect, watch.seen.last());
+      const QRect now = popover.window.geometry();
+      EXPECT_EQ(now.height() > before.height(), comes);
+      // At its panel it stands still.
+      EXPECT_EQ(click == 10 ? now.top() : now.bottom(),
+                click == 10 ? before.top() : before.bottom());
+    }
+    EXPECT_EQ(popover.window.geometry(), before);
+    popover.window.close();
+  }
+}
+
+bool always(const QScreen& /*screen*/) { return true; }
+
+/// Whether windows are blended now.
+bool blended = false;
+bool asItIs(const QScreen& /*screen*/) { return blended; }
+
+TEST(PopoverWindow, IsRoundWithAShadowWhereWindowsAreBlended) {
+  Machine machine;
+  PopoverWindow window(machine.host, always);
+  window.showAt(ScreenPoint{400, 10});
+  QCoreApplication::processEvents();
+  EXPECT_EQ(window.width(), 8 + 340 + 8);
+  const QImage image = picture(window);
+  const int right = image.width() - 1;
+  const int bottom = image.height() - 1;
+  const auto alpha = [&](int x, int y) { return image.pixelColor(x, y).alpha(); };
+  const int middle = right / 2;
+  for (const bool top : {true, false}) {
+    for (const bool left : {true, false}) {
+      const auto at = [&](int in) {
+        return QPoint(left ? in : right - in, top ? in : bottom - in);
+      };
+      // Nothing in the window's corner, little beside the round one, all within it.
+      EXPECT_EQ(image.pixelColor(at(0)).alpha(), 0);
+      EXPECT_LT(image.pixelColor(at(9)).alpha(), 80);
+      EXPECT_EQ(image.pixelColor(at(14)).alpha(), 255);
+    }
+    // The shadow grows lighter up to the window's edge.
+    int last = 255;
+    for (int out = 0; out < 8; ++out) {
+      const int now = alpha(middle, top ? 7 - out : bottom - 7 + out);
+      EXPECT_LT(now, last) << out;
+      last = now;
+    }
+    EXPECT_LT(last, 8);
+    EXPECT_GT(alpha(middle, top ? 7 : bottom - 7), 30);
+  }
+  EXPECT_EQ(alpha(middle, 8), 255);
+  EXPECT_EQ(alpha(8, bottom / 2), 255);
+  EXPECT_EQ(alpha(right - 8, bottom / 2), 255);
+  EXPECT_EQ(alpha(middle, bottom - 8), 255);
+}
+
+TEST(PopoverWindow, StandsInTheSamePlaceWithAShadow) {
+  Machine machine;
+  PopoverWindow square(machine.host);
+  PopoverWindow round(machine.host, always);
+  for (const std::optional<ScreenPoint> click : {std::optional<ScreenPoint>{},
+                                                 {ScreenPoint{400, 10}},
+                                                 {ScreenPoint{1, 790}},
+                                                 {ScreenPoint{790, 300}}}) {
+    square.showAt(click);
+    const QRect expected = square.geometry();
+    square.close();
+    round.showAt(click);
+    EXPECT_EQ(round.geometry().adjusted(8, 8, -8, -8), expected);
+    round.close();
+  }
+}
+
+TEST(PopoverWindow, TakesAClickOnItsShadowForOneElsewhere) {
+  Machine machine;
+  PopoverWindow window(machine.host, always);
+  window.showAt(ScreenPoint{400, 10});
+  const QRect popover = window.rect().adjusted(8, 8, -8, -8);
+  QTest::mouseClick(&window, Qt::LeftButton, {}, popover.topLeft() + QPoint(20, 0));
+  EXPECT_TRUE(window.isVisible());
+  QTest::mouseClick(&window, Qt::LeftButton, {}, popover.bottomLeft() + QPoint(20, 1));
+  EXPECT_FALSE(window.isVisible());
+}
+
+TEST(PopoverWindow, IsSquareAgainWhereWindowsAreNoLongerBlended) {
+  Machine machine;
+  PopoverWindow window(machine.host, asItIs);
+  QList<QImage> pictures;
+  for (const bool now : {false, true, false, true}) {
+    blended = now;
+    window.showAt(ScreenPoint{400, 10});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.width(), now ? 356 : 340);
+    EXPECT_EQ(window.windowHandle()->requestedFormat().hasAlpha(), now);
+    EXPECT_EQ(window.autoFillBackground(), !now);
+    pictures << picture(window);
+    window.close();
+  }
+  EXPECT_EQ(pictures[2], pictures[0]);
+  EXPECT_EQ(pictures[3], pictures[1]);
+  EXPECT_EQ(pictures[0].pixelColor(0, 0).alpha(), 255);
+  // What it was while it is open it stays.
+  window.showAt(ScreenPoint{400, 10});
+  blended = false;
+  window.showAt(ScreenPoint{400, 10});
+  EXPECT_EQ(window.width(), 356);
+}
+
+TEST(PopoverWindow, KeepsItsScrollBarOutOfItsCorners) {
+  const ScopedFontSize large(18);
+  Machine machine;
+  machine.host.setBattery(73, {{"Time to Empty", 185}}, kEverything);
+  machine.host.model().refresh(AppModel::Reason::change);
+  PopoverWindow window(machine.host, always);
+  window.showAt(ScreenPoint{400, 10});
+  button(window, "Daily summary")->click();
+  for (int i = 0; i < 3; ++i) QCoreApplication::processEvents();
+  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+  EXPECT_EQ(window.height(), screen.height());
+  const auto* bar = window.findChild<QScrollArea*>()->verticalScrollBar();
+  EXPECT_TRUE(bar->isVisible());
+  EXPECT_GE(bar->mapTo(&window, QPoint()).y(), 8 + 12);
+  EXPECT_LE(bar->mapTo(&window, bar->rect().bottomLeft()).y(), window.height() - 1 - 8 - 12);
 }
 
 TEST(PopoverWindow, ScrollsWhereTheScreenIsTooLow) {

@@ -112,6 +112,13 @@ std::vector<Pair> marks(const QPalette& palette) {
     all.push_back({name + " on the window", mark, window(palette)});
     all.push_back({name + " on its track", mark, over(window(palette), trackColor(palette))});
   }
+  for (const Tint tint : {Tint::accent, Tint::green}) {
+    const QColor area = over(window(palette), areaColor(tint, palette));
+    const std::string on = " on the area " + std::to_string(static_cast<int>(tint));
+    all.push_back({"the chart's line" + on, markColor(Tint::accent, palette), area});
+    all.push_back({"a threshold" + on, neutralMarkColor(palette), area});
+    all.push_back({"the bar of charging" + on, markColor(Tint::green, palette), area});
+  }
   const QColor on = markColor(Tint::accent, palette);
   const QColor off = neutralMarkColor(palette);
   for (const QColor& track : {on, off}) {

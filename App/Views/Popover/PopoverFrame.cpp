@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Views/Popover/PopoverFrame.h"
+
+#include "Views/Theme/Colors.h"
+
+#include <QPainter>
+
+namespace lumora {
+namespace {
+
+// Of black, at the popover's edge.
+constexpr double kDarkest = 0.22;
+
+/// As from a light above: longer below. By rings, which leave out what the popover covers.
+void drawShadow(QPainter& painter, const QRectF& popover) {
+  painter.setBrush(Qt::NoBrush);
+  for (int ring = 0; ring < kShadowReach; ++ring) {
+    const double away = (ring + 0.5) / kShadowReach;
+    QColor color = Qt::black;
+    color.setAlphaF(static_cast<float>(kDarkest * (1 - away) * (1 - away)));
+    painter.setPen(QPen(color, 1));
+    const double out = ring + 0.5;
+    painter.drawRoundedRect(popover.adjusted(-out, -out, out, out), kCornerRadius + out,
+                            kCornerRadius + out);
+  }
+}
+
+}  // namespace
+
+void drawRoundFrame(QPainter& painter, const QRect& popover, const QPalette& palette) {
+  painter.setRenderHint(QPainter::Antialiasing);
+  drawShadow(painter, popover);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(palette.color(QPalette::Window));
+  painter.drawRoundedRect(popover, kCornerRadius, kCornerRadius);
+  painter.setPen(outlineColor(palette));
+  painter.setBrush(Qt::NoBrush);
+  constexpr double kHalf = 0.5;
+  painter.drawRoundedRect(QRectF(popover).adjusted(kHalf, kHalf, -kHalf, -kHalf),
+                          kCornerRadius - kHalf, kCornerRadius - kHalf);
+}
+
+void drawSquareFrame(QPainter& painter, const QRect& popover, const QPalette& palette) {
+  painter.setPen(outlineColor(palette));
+  painter.drawRect(popover.adjusted(0, 0, -1, -1));
+}
+
+}  // namespace lumora
