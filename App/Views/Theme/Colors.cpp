@@ -14,7 +14,7 @@ constexpr double kMarkContrast = 3;
 constexpr double kHighContrast = 7;
 constexpr double kSecondaryShare = 0.65;
 constexpr double kNeutralShare = 0.4;
-constexpr float kAreaOpacity = 0.11F;
+constexpr float kAreaOpacity = 0.1F;
 
 QColor windowOf(const QPalette& palette) {
   return palette.color(QPalette::Active, QPalette::Window);
