@@ -22,10 +22,9 @@ class PopoverView;
 
 /// The frameless window that holds the popover: at the click and kept on the screen where the
 /// display lets windows choose their place, or has layers for what belongs to a panel; else where
-/// the compositor puts it. It is as large as
-/// its content, which scrolls where the screen is too low for it. Where windows may be translucent
-/// it is round, and the window larger by the shadow around it. It closes when the user turns to
-/// something else, and on Esc.
+/// the compositor puts it. It is as large as its content, which scrolls where the screen is too low
+/// for it. Where windows may be translucent it is round, and the window larger by the shadow around
+/// it. It closes when the user turns to something else, and on Esc.
 class PopoverWindow : public QWidget {
  public:
   /// `blends` is asked at each opening whether windows may be translucent.

@@ -15,6 +15,7 @@ constexpr double kHighContrast = 7;
 constexpr double kSecondaryShare = 0.65;
 constexpr double kNeutralShare = 0.4;
 constexpr float kAreaOpacity = 0.1F;
+constexpr float kChargedOpacity = 0.16F;
 
 QColor windowOf(const QPalette& palette) {
   return palette.color(QPalette::Active, QPalette::Window);
@@ -124,7 +125,8 @@ QColor trackColor(const QPalette& palette) { return translucent(secondaryColor(p
 QColor gridColor(const QPalette& palette) { return translucent(secondaryColor(palette), 0.25F); }
 
 QColor areaColor(Tint tint, const QPalette& palette) {
-  return translucent(markColor(tint, palette), kAreaOpacity);
+  const float opacity = tint == Tint::green ? kChargedOpacity : kAreaOpacity;
+  return translucent(markColor(tint, palette), opacity);
 }
 
 QColor knobColor(const QColor& track) {
