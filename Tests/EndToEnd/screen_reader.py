@@ -155,7 +155,7 @@ class ScreenReader(unittest.TestCase):
             self.heard.clear()
             start_again(BUNDLE)
         self.assertEqual(
-            told(popover),
+            wait_for(lambda: told(popover), "the popover"),
             [
                 ("dialog", "60%. On battery, 2 h 42 min left", None),
                 ("progress bar", "Battery level", 60),
