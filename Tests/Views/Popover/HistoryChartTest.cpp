@@ -414,6 +414,7 @@ TEST_F(HistoryChartTest, ShowsTheLabelWholeWhereverItIsPointedAt) {
         const QFontMetrics metrics(label->font());
         const QRectF shown(label->topLeft->pixelPosition(), label->bottomRight->pixelPosition());
         EXPECT_GE(shown.width(), metrics.horizontalAdvance(label->text())) << points;
+        EXPECT_LE(shown.width(), plot()->axisRect()->width() + 2) << points;
         EXPECT_TRUE(QRectF(plot()->rect()).contains(shown)) << points << " " << share;
         // In the other half than the point, so that both are seen.
         const QPointF point =
