@@ -5,6 +5,8 @@
 #include "Base/Texts.h"
 #include "Preferences/SoundNames.h"
 
+#include <QAbstractItemView>
+#include <QKeyEvent>
 #include <QVariant>
 #include <QWheelEvent>
 #include <utility>
@@ -31,6 +33,29 @@ void SoundPicker::show(const std::string& sound) {
   const QString stored = QString::fromStdString(sound);
   setPlaceholderText(stored);
   setCurrentIndex(findData(stored));
+}
+
+void SoundPicker::showPopup() {
+  QComboBox::showPopup();
+  // After Qt's own, and so asked before it.
+  view()->installEventFilter(this);
+}
+
+/// Qt has the menu closed by the key itself or, in some versions, by the question before it whether
+/// the key is a shortcut.
+bool SoundPicker::eventFilter(QObject* watched, QEvent* event) {
+  const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+  if (watched != view() || !isKey) return QComboBox::eventFilter(watched, event);
+  const int key = static_cast<QKeyEvent*>(event)->key();
+  const int entry = view()->currentIndex().row();
+  if ((key != Qt::Key_Return && key != Qt::Key_Enter) || entry < 0 || entry == currentIndex()) {
+    return QComboBox::eventFilter(watched, event);
+  }
+  event->accept();
+  if (event->type() == QEvent::ShortcutOverride) return true;
+  setCurrentIndex(entry);
+  emit activated(entry);
+  return true;
 }
 
 void SoundPicker::wheelEvent(QWheelEvent* event) {

@@ -8,7 +8,8 @@
 
 namespace lumora {
 
-/// The menu that chooses the sound of a reminder.
+/// The menu that chooses the sound of a reminder. Return chooses an entry and leaves the menu open,
+/// so that one can listen to the next; on the chosen entry it closes the menu, as a click does.
 class SoundPicker : public QComboBox {
  public:
   using Picked = std::function<void(const std::string& sound)>;
@@ -19,7 +20,10 @@ class SoundPicker : public QComboBox {
   /// Shows what is stored. A name that is not in the menu stands there without being chosen.
   void show(const std::string& sound);
 
+  void showPopup() override;
+
  protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
   /// The wheel is left to the form unless the picker has the focus.
   void wheelEvent(QWheelEvent* event) override;
 

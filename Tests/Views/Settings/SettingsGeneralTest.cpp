@@ -70,6 +70,35 @@ TEST_F(SoundPickerTest, IsWorkedWithTheKeyboard) {
   EXPECT_EQ(host.sounds.played, std::vector<NotificationSound>{NamedSound{"Glass"}});
 }
 
+TEST_F(SoundPickerTest, PlaysOneAfterTheOtherWhileTheMenuIsOpen) {
+  open();
+  QComboBox* sound = sounds()[0];
+  sound->showPopup();
+  auto* list = sound->view();
+  const auto pointAt = [&](const char* entry) {
+    const auto at = list->visualRect(list->model()->index(sound->findText(entry), 0)).center();
+    // The pointer must have left the place where it opened the menu.
+    for (const QPoint& way : {QPoint(0, 0), QPoint(12, 0)}) {
+      QMouseEvent move(QEvent::MouseMove, at + way, list->viewport()->mapToGlobal(at + way),
+                       Qt::NoButton, {}, {});
+      QCoreApplication::sendEvent(list->viewport(), &move);
+    }
+  };
+  for (const char* entry : {"Glass", "Tink"}) {
+    pointAt(entry);
+    EXPECT_NE(sound->currentText(), entry);
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(sound->currentText(), entry);
+    EXPECT_EQ(stored("limitSound"), "\"" + std::string(entry) + "\"");
+    EXPECT_TRUE(list->isVisible());
+  }
+  const std::vector<NotificationSound> both{NamedSound{"Glass"}, NamedSound{"Tink"}};
+  EXPECT_EQ(host.sounds.played, both);
+  QTest::keyClick(list, Qt::Key_Return);
+  EXPECT_FALSE(list->isVisible());
+  EXPECT_EQ(host.sounds.played, both);
+}
+
 TEST_F(LaunchAtLoginTest, RegistersAndUnregisters) {
   open();
   click(toggle("Launch at Login"));
