@@ -32,6 +32,20 @@ QColor veil(const QPalette& palette, double opacity) {
   return color;
 }
 
+/// Of a control's ground: on dark, a pressed one sinks.
+double fieldOpacity(const QPalette& palette, Touch touch) {
+  const bool dark = isDark(palette);
+  switch (touch) {
+    case Touch::hovered:
+      return dark ? 0.16 : 0.13;
+    case Touch::pressed:
+      return dark ? 0.06 : 0.19;
+    case Touch::none:
+      break;
+  }
+  return dark ? 0.12 : 0.08;
+}
+
 QColor opaqueCard(const QPalette& palette) { return over(windowOf(palette), cardColor(palette)); }
 
 QColor legibleText(const QColor& color, const QPalette& palette) {
@@ -144,7 +158,36 @@ QColor cardColor(const QPalette& palette) {
   return isDark(palette) ? veil(palette, 0.06) : palette.color(QPalette::Active, QPalette::Base);
 }
 
-QColor fieldColor(const QPalette& palette) { return veil(palette, isDark(palette) ? 0.16 : 0.08); }
+QColor fieldColor(const QPalette& palette, Touch touch) {
+  return veil(palette, fieldOpacity(palette, touch));
+}
+
+QColor actionColor(const QPalette& palette, Touch touch) {
+  const QColor accent = markColor(Tint::accent, palette);
+  // White is wanted on it, and most accents are dark enough for that with a little help.
+  const QColor darker = legible(accent, {Qt::white}, kTextContrast);
+  const bool takesWhite = contrast(Qt::white, accent) >= kMarkContrast &&
+                          contrast(darker, windowOf(palette)) >= kMarkContrast;
+  const double touched = touch == Touch::none ? 0 : touch == Touch::hovered ? 0.1 : 0.2;
+  return mixed(takesWhite ? Qt::black : Qt::white, takesWhite ? darker : accent, touched);
+}
+
+QColor dangerFieldColor(const QPalette& palette, Touch touch) {
+  return translucent(textColor(TextColor::red, palette),
+                     static_cast<float>(fieldOpacity(palette, touch)) + 0.04F);
+}
+
+QColor dangerColor(const QPalette& palette) {
+  const QColor field = dangerFieldColor(palette, isDark(palette) ? Touch::hovered : Touch::pressed);
+  return legible(textColor(TextColor::red, palette),
+                 {over(windowOf(palette), field), over(opaqueCard(palette), field)},
+                 isHighContrast(palette) ? kHighContrast : kTextContrast);
+}
+
+QColor popupColor(const QPalette& palette) {
+  return isDark(palette) ? mixed(textOf(palette), windowOf(palette), 0.08)
+                         : palette.color(QPalette::Active, QPalette::Base);
+}
 
 QColor hairlineColor(const QPalette& palette) {
   return veil(palette, isHighContrast(palette) ? 0.7 : 0.12);

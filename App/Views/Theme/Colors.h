@@ -48,8 +48,23 @@ QColor wellColor(const QPalette& palette);
 /// A card of rows on the window. May be translucent.
 QColor cardColor(const QPalette& palette);
 
-/// The ground of a stepper on a card. Translucent.
-QColor fieldColor(const QPalette& palette);
+/// Whether the mouse is over a control, or presses it.
+enum class Touch { none, hovered, pressed };
+
+/// The ground of a control on the window or on a card. Translucent.
+QColor fieldColor(const QPalette& palette, Touch touch = Touch::none);
+
+/// The ground of the button that Return presses, and of the chosen entry of a list: the accent.
+QColor actionColor(const QPalette& palette, Touch touch = Touch::none);
+
+/// The ground of a button that destroys something. Translucent.
+QColor dangerFieldColor(const QPalette& palette, Touch touch = Touch::none);
+
+/// The text of that button.
+QColor dangerColor(const QPalette& palette);
+
+/// The ground of lists and menus over a window.
+QColor popupColor(const QPalette& palette);
 
 /// Between rows and around cards. Translucent.
 QColor hairlineColor(const QPalette& palette);

@@ -39,6 +39,10 @@ QColor mixed(const QColor& one, const QColor& other, double share) {
           part(one.blue(), other.blue())};
 }
 
+QColor textOn(const QColor& ground) {
+  return contrast(Qt::white, ground) >= 4.5 ? Qt::white : Qt::black;
+}
+
 QColor legible(const QColor& color, std::initializer_list<QColor> grounds, double ratio) {
   constexpr int kSteps = 64;
   const auto least = [&grounds](const QColor& on) {

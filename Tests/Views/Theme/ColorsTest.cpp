@@ -18,6 +18,7 @@ namespace {
 using ColorScheme = Appearance::ColorScheme;
 
 constexpr Tint kTints[] = {Tint::accent, Tint::green, Tint::orange, Tint::red};
+constexpr Touch kTouches[] = {Touch::none, Touch::hovered, Touch::pressed};
 constexpr TextColor kTexts[] = {TextColor::primary, TextColor::secondary, TextColor::link,
                                 TextColor::green,   TextColor::orange,    TextColor::red};
 
@@ -98,8 +99,18 @@ std::vector<Pair> texts(const QPalette& palette) {
   const QColor primary = textColor(TextColor::primary, palette);
   all.push_back({"the chosen segment", primary, raisedColor(palette)});
   all.push_back({"the other segment", primary, well(palette)});
-  all.push_back({"a stepper's sign", palette.color(QPalette::ButtonText),
-                 over(card(palette), fieldColor(palette))});
+  for (const QColor& ground : {window(palette), card(palette)}) {
+    for (const Touch touch : kTouches) {
+      all.push_back({"on a control", primary, over(ground, fieldColor(palette, touch))});
+      all.push_back({"on a button that destroys", dangerColor(palette),
+                     over(ground, dangerFieldColor(palette, touch))});
+    }
+  }
+  for (const Touch touch : kTouches) {
+    const QColor action = actionColor(palette, touch);
+    all.push_back({"on the default button", textOn(action), action});
+  }
+  all.push_back({"on a list", primary, popupColor(palette)});
   return all;
 }
 
@@ -129,6 +140,8 @@ std::vector<Pair> marks(const QPalette& palette) {
   all.push_back({"the focus on a card", focusPen(palette).color(), card(palette)});
   all.push_back({"the focus in a well", focusPen(palette).color(), well(palette)});
   all.push_back({"a tick", off, window(palette)});
+  all.push_back({"a scroll bar's handle over a card", off, card(palette)});
+  all.push_back({"the default button", actionColor(palette), window(palette)});
   all.push_back({"the outline of the chosen segment", off, well(palette)});
   return all;
 }
@@ -139,6 +152,11 @@ TEST(Contrast, IsWhatTheGuidelinesCount) {
   EXPECT_DOUBLE_EQ(contrast(Qt::red, Qt::red), 1);
   EXPECT_NEAR(contrast(QColor(0x76, 0x76, 0x76), Qt::white), 4.54, 0.01);
   EXPECT_NEAR(contrast(Qt::red, Qt::white), 4.0, 0.01);
+}
+
+TEST(TextOn, IsWhiteWhereThatCanBeReadAndBlackElsewhere) {
+  EXPECT_EQ(textOn(QColor(0x76, 0x76, 0x76)), QColor(Qt::white));
+  EXPECT_EQ(textOn(QColor(0x78, 0x78, 0x78)), QColor(Qt::black));
 }
 
 TEST(Legible, ChangesNoMoreThanItMust) {
@@ -210,6 +228,20 @@ TEST(Colors, KeepTheAccentWhereItCanBeSeen) {
   const QPalette palette = paletteFor({ColorScheme::noPreference, 0xC01C28U}, light);
   EXPECT_EQ(markColor(Tint::accent, palette), QColor(0xC0, 0x1C, 0x28));
   EXPECT_EQ(textColor(TextColor::link, palette), QColor(0xC0, 0x1C, 0x28));
+}
+
+TEST(Colors, ShowHowAControlIsTouched) {
+  for (const auto& [name, palette] : desktops()) {
+    const auto differ = [&](auto colorOf, Touch one, Touch other) {
+      const QColor first = over(card(palette), colorOf(palette, one));
+      EXPECT_GT(contrast(first, over(card(palette), colorOf(palette, other))), 1.03) << name;
+    };
+    for (const auto colorOf : {fieldColor, actionColor, dangerFieldColor}) {
+      differ(colorOf, Touch::none, Touch::hovered);
+      differ(colorOf, Touch::none, Touch::pressed);
+      differ(colorOf, Touch::hovered, Touch::pressed);
+    }
+  }
 }
 
 TEST(Colors, DrawTheTrackInTheSecondaryColorAtAFifth) {
