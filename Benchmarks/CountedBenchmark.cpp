@@ -5,6 +5,7 @@
 #include "History/HistoryStore.h"
 #include "OpenPopover.h"
 #include "RealModel.h"
+#include "Views/Style/Style.h"
 
 #include <functional>
 #include <map>
@@ -43,6 +44,7 @@ void redraw() {
   std::string name = "counted_benchmark";
   char* arguments = name.data();
   const QApplication application(count, &arguments);
+  lumora::installStyle();
   OpenPopover popover;
   twice([&] { popover.redraw(); });
 }

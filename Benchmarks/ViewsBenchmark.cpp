@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Content/ChartPoints.h"
 #include "OpenPopover.h"
+#include "Views/Style/Style.h"
 
 #include <benchmark/benchmark.h>
 
@@ -37,6 +38,7 @@ BENCHMARK(pointsOfAWeek)->Unit(::benchmark::kMicrosecond);
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
+  lumora::installStyle();
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
 }

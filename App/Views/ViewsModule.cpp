@@ -6,6 +6,7 @@
 #include "Views/DisplayProbe.h"
 #include "Views/Popover/PopoverWindow.h"
 #include "Views/Settings/SettingsWindow.h"
+#include "Views/Style/Style.h"
 #include "Views/Theme/DesktopLooks.h"
 #include "Views/WindowIcon.h"
 
@@ -34,6 +35,7 @@ class QtViews final : public Views {
                             QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
       QApplication::installTranslator(&toolkitsTexts_);
     }
+    installStyle();
     looks_.apply(*host_.appearance());
     // A change is announced before it happens.
     appearanceChanged_ = host_.appearance().subscribe([this] {

@@ -13,10 +13,13 @@
 #include "Views/Popover/PopoverView.h"
 #include "Views/Popover/PopoverWindow.h"
 #include "Views/Settings/SettingsWindow.h"
+#include "Views/Style/Style.h"
 #include "Views/Theme/DesktopLooks.h"
 #include "Views/UnseenScreen.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QLayout>
 #include <QLocale>
@@ -24,7 +27,6 @@
 #include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QToolButton>
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -249,16 +251,22 @@ class FontSize {
   QFont usual_ = QApplication::font();
 };
 
+/// The first control of that text or name.
+QWidget* withName(const QWidget& window, const QString& name) {
+  for (auto* widget : window.findChildren<QWidget*>()) {
+    const auto* button = qobject_cast<const QAbstractButton*>(widget);
+    const bool isIt =
+        widget->accessibleName() == name || (button != nullptr && button->text() == name);
+    if (isIt && widget->isVisible()) return widget;
+  }
+  return nullptr;
+}
+
 /// Puts the keyboard's focus on the control of that text or name, as the tab key does.
 void focus(QWidget& window, const QString& name) {
   window.setAttribute(Qt::WA_KeyboardFocusChange);
   window.activateWindow();
-  for (auto* widget : window.findChildren<QWidget*>()) {
-    const auto* button = qobject_cast<QAbstractButton*>(widget);
-    const bool isIt =
-        widget->accessibleName() == name || (button != nullptr && button->text() == name);
-    if (isIt && widget->focusPolicy() != Qt::NoFocus) widget->setFocus(Qt::TabFocusReason);
-  }
+  if (QWidget* widget = withName(window, name)) widget->setFocus(Qt::TabFocusReason);
 }
 
 void pointAt(QWidget& window, double share) {
@@ -317,6 +325,9 @@ struct SettingsScene {
   const char* focused = nullptr;  // by its text or accessible name
   bool darkLater = false;         // the desktop turns dark while it is open
   const char* dialog = nullptr;   // the control that opens it
+  const char* hovered = nullptr;  // by its text or accessible name
+  const char* pressed = nullptr;
+  bool listOpen = false;  // of the first sound
   const char* locale = nullptr;
   const char* language = nullptr;
 };
@@ -324,6 +335,8 @@ struct SettingsScene {
 std::vector<SettingsScene> settingsScenes() {
   constexpr const char* kOff = R"({"limitEnabled": false, "lowEnabled": false,
       "quietEnabled": true, "limit": 120, "low": 5, "lowSound": "Submarine"})";
+  constexpr const char* kPing = R"({"limitSound": "Ping"})";
+  constexpr const char* kQuack = R"({"limitSound": "Quack"})";
   return {
       {.name = "settings"},
       {.name = "settings-end", .failing = true, .scrolled = kBottom},
@@ -345,6 +358,28 @@ std::vector<SettingsScene> settingsScenes() {
       {.name = "settings-focus-time", .settings = kOff, .scrolled = kBottom, .focused = "From"},
       {.name = "settings-permission", .dialog = "Charge limit"},
       {.name = "settings-reset", .dark = true, .dialog = "Reset History…"},
+      {.name = "settings-reset-pressed",
+       .dialog = "Reset History…",
+       .hovered = "Cancel",
+       .pressed = "Reset"},
+      {.name = "settings-reset-strong", .strong = true, .dialog = "Reset History…"},
+      {.name = "settings-reset-focus", .focused = "Cancel", .dialog = "Reset History…"},
+      {.name = "settings-list", .settings = kQuack, .listOpen = true},
+      {.name = "settings-list-dark", .settings = kPing, .dark = true, .listOpen = true},
+      {.name = "settings-list-strong", .settings = kPing, .strong = true, .listOpen = true},
+      {.name = "settings-list-mirrored",
+       .settings = kPing,
+       .listOpen = true,
+       .locale = "fa_IR",
+       .language = "q2"},
+      {.name = "settings-touched",
+       .scrolled = kBottom,
+       .hovered = "Launch at Login",
+       .pressed = "Reset History…"},
+      {.name = "settings-touched-dark",
+       .dark = true,
+       .hovered = "Increase",
+       .pressed = "Charge limit"},
       {.name = "settings-german", .locale = "de_DE"},
       {.name = "settings-german-end", .scrolled = kBottom, .locale = "de_DE"},
       {.name = "settings-arabic", .locale = "ar_EG"},
@@ -392,10 +427,22 @@ bool render(const SettingsScene& scene, DesktopLooks& looks, const std::filesyst
   QApplication::processEvents();
   window.findChild<QScrollArea*>()->verticalScrollBar()->setValue(scene.scrolled);
   QApplication::processEvents();
+  if (scene.hovered != nullptr) {
+    withName(window, scene.hovered)->setAttribute(Qt::WA_UnderMouse);
+  }
+  if (scene.pressed != nullptr) {
+    qobject_cast<QAbstractButton*>(withName(window, scene.pressed))->setDown(true);
+  }
   const auto file = folder / (std::string(scene.name) + ".png");
-  auto* dialog = window.findChild<QDialog*>();
-  auto& shown = dialog != nullptr ? static_cast<QWidget&>(*dialog) : window;
-  return shown.grab().save(QString::fromStdString(file.string()));
+  QWidget* shown = &window;
+  if (auto* dialog = window.findChild<QDialog*>()) shown = dialog;
+  if (scene.listOpen) {
+    auto* sound = window.findChild<QComboBox*>();
+    sound->showPopup();
+    QApplication::processEvents();
+    shown = sound->view()->window();
+  }
+  return shown->grab().save(QString::fromStdString(file.string()));
 }
 
 /// All languages side by side, each under its name, as `show` renders them.
@@ -462,6 +509,7 @@ int main(int argc, char** argv) {
                                 isTold ? std::atoi(argv[3]) : 768, isTold ? std::atof(argv[4]) : 1);
   qputenv("LC_ALL", "C.UTF-8");
   const QApplication application(argc, argv);
+  lumora::installStyle();
   QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
   lumora::DesktopLooks looks;
   const auto renderAll = [&](const auto& scenes) {

@@ -6,6 +6,7 @@
 #include "Linux/System/Memory.h"
 #include "Views/FakeHost.h"
 #include "Views/Popover/PopoverWindow.h"
+#include "Views/Style/Style.h"
 
 #include <QApplication>
 #include <cstdlib>
@@ -113,5 +114,6 @@ int main(int argc, char** argv) {
   qputenv("LC_ALL", "C.UTF-8");
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
+  lumora::installStyle();
   return lumora::test::soak(argc > 1 ? std::atoi(argv[1]) : 30) ? 0 : 1;
 }

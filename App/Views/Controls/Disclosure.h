@@ -2,23 +2,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Views/Controls/DrawnButton.h"
 #include "Views/Theme/Fonts.h"
 
-#include <QAbstractButton>
 #include <QString>
 
 namespace lumora {
 
 /// The title of something that unfolds below it while it is checked.
-class Disclosure : public QAbstractButton {
+class Disclosure : public DrawnButton {
  public:
-  Disclosure(TextRole role, const QString& title);
-
-  QSize sizeHint() const override;
-
- protected:
-  void keyPressEvent(QKeyEvent* event) override;
-  void paintEvent(QPaintEvent* event) override;
+  Disclosure(TextRole role, const QString& text);
 };
 
 }  // namespace lumora

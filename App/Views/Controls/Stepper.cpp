@@ -3,18 +3,15 @@
 #include "Views/Controls/Stepper.h"
 
 #include "Base/Texts.h"
-#include "Views/Theme/Colors.h"
+#include "Views/Style/OwnControls.h"
 
 #include <QKeyEvent>
-#include <QPainter>
 #include <QSignalBlocker>
-#include <QToolButton>
 #include <utility>
 
 namespace lumora {
 namespace {
 
-constexpr double kRadius = 6;
 constexpr std::int64_t kPage = 10;
 
 }  // namespace
@@ -24,8 +21,8 @@ Stepper::Stepper(StepRange range, Changed changed, QWidget* parent)
       range_(range),
       changed_(std::move(changed)),
       // TRANSLATORS: What a screen reader says of the buttons − and +.
-      down_(makeButton(QStringLiteral("−"), translated("Decrease"), &Stepper::stepDown)),
-      up_(makeButton("+", translated("Increase"), &Stepper::stepUp)) {
+      down_(makeButton(drawDecrease, translated("Decrease"), &Stepper::stepDown)),
+      up_(makeButton(drawIncrease, translated("Increase"), &Stepper::stepUp)) {
   setRange(static_cast<int>(range.least), static_cast<int>(range.most));
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -33,16 +30,13 @@ Stepper::Stepper(StepRange range, Changed changed, QWidget* parent)
   connect(this, &QSlider::valueChanged, this, [this](int value) { changed_(value); });
 }
 
-QToolButton* Stepper::makeButton(const QString& sign, const QString& name,
-                                 void (Stepper::*step)()) {
-  auto* button = new QToolButton(this);
-  button->setText(sign);
+QAbstractButton* Stepper::makeButton(Draw sign, const QString& name, void (Stepper::*step)()) {
+  auto* button = new DrawnButton(sign, stepSize, this);
   button->setAccessibleName(name);
-  button->setAutoRaise(true);
   button->setAutoRepeat(true);
   // The keys belong to the whole.
   button->setFocusPolicy(Qt::NoFocus);
-  connect(button, &QToolButton::clicked, this, step);
+  connect(button, &QAbstractButton::clicked, this, step);
   return button;
 }
 
@@ -55,10 +49,7 @@ void Stepper::show(std::int64_t value) {
   setValue(static_cast<int>(range_.nearest(value)));
 }
 
-QSize Stepper::sizeHint() const {
-  const int height = fontMetrics().height() + 8;
-  return {2 * (height + 6), height};
-}
+QSize Stepper::sizeHint() const { return sizeAs(stepperSize, *this); }
 
 void Stepper::changeTo(std::int64_t value) {
   if (value != value_) changed_(value);
@@ -102,18 +93,6 @@ void Stepper::resizeEvent(QResizeEvent* /*event*/) {
   up_->setGeometry(isRightToLeft() ? left : right);
 }
 
-void Stepper::paintEvent(QPaintEvent* /*event*/) {
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(fieldColor(palette()));
-  painter.drawRoundedRect(rect(), kRadius, kRadius);
-  painter.setPen(hairlineColor(palette()));
-  painter.drawLine(QPointF(width() / 2.0, 5), QPointF(width() / 2.0, height() - 5.0));
-  if (!hasFocus()) return;
-  painter.setBrush(Qt::NoBrush);
-  painter.setPen(focusPen(palette()));
-  painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kRadius, kRadius);
-}
+void Stepper::paintEvent(QPaintEvent* /*event*/) { drawAs(drawStepper, *this); }
 
 }  // namespace lumora

@@ -3,12 +3,11 @@
 #pragma once
 
 #include "Content/SettingsContent.h"
+#include "Views/Controls/DrawnButton.h"
 
 #include <QSlider>
 #include <cstdint>
 #include <functional>
-
-class QToolButton;
 
 namespace lumora {
 
@@ -33,7 +32,7 @@ class Stepper : public QSlider {
   void wheelEvent(QWheelEvent* event) override;
 
  private:
-  QToolButton* makeButton(const QString& sign, const QString& name, void (Stepper::*step)());
+  QAbstractButton* makeButton(Draw sign, const QString& name, void (Stepper::*step)());
   void changeTo(std::int64_t value);
   void stepDown() { changeTo(range_.stepDown(value_)); }
   void stepUp() { changeTo(range_.stepUp(value_)); }
@@ -41,8 +40,8 @@ class Stepper : public QSlider {
   StepRange range_;
   Changed changed_;
   std::int64_t value_ = 0;
-  QToolButton* down_;
-  QToolButton* up_;
+  QAbstractButton* down_;
+  QAbstractButton* up_;
 };
 
 }  // namespace lumora

@@ -4,9 +4,11 @@
 
 #include "Views/Controls/Labels.h"
 #include "Views/Theme/Colors.h"
+#include "Views/Theme/Tokens.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -14,10 +16,12 @@
 namespace lumora {
 namespace {
 
-constexpr double kRadius = 10;
-constexpr int kSideMargin = 14;
+constexpr int kHeadingGap = 8;
+constexpr int kSideMargin = 16;
 constexpr int kRowMargin = 6;
-constexpr int kRowHeight = 36;
+// Of a text within the row: one of several lines is higher than a control.
+constexpr int kTextsMargin = 4;
+constexpr int kRowHeight = kControlHeight + 2 * kRowMargin;
 
 class Row : public QWidget {
  public:
@@ -29,6 +33,12 @@ class Row : public QWidget {
   }
 
   void add(QWidget* widget, int stretch, Qt::Alignment alignment = {}) {
+    if (auto* text = qobject_cast<QLabel*>(widget)) {
+      text->setContentsMargins(0, kTextsMargin, 0, kTextsMargin);
+    } else {
+      // Also where a desktop's own style draws it.
+      widget->setMinimumHeight(kControlHeight);
+    }
     layout_->addWidget(widget, stretch, alignment);
   }
 
@@ -61,13 +71,14 @@ class Card : public QWidget {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(hairlineColor(palette()));
     painter.setBrush(cardColor(palette()));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCardRadius,
+                            kCardRadius);
     painter.setRenderHint(QPainter::Antialiasing, false);
     bool first = true;
     for (int i = 0; i < layout()->count(); ++i) {
       const QWidget* row = layout()->itemAt(i)->widget();
       if (row->isHidden()) continue;
-      if (!first) painter.drawLine(kSideMargin, row->y(), width() - kSideMargin, row->y());
+      if (!first) painter.drawLine(kSideMargin, row->y(), width() - kSideMargin - 1, row->y());
       first = false;
     }
   }
@@ -78,10 +89,10 @@ class Card : public QWidget {
 FormSection::FormSection(const QString& heading, QWidget* parent) : QWidget(parent) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(6);
+  layout->setSpacing(kHeadingGap);
   if (!heading.isEmpty()) {
     auto* label = makeLabel(TextRole::headline, heading);
-    label->setContentsMargins(kSideMargin, 4, kSideMargin, 0);
+    label->setContentsMargins(kSideMargin, kTextsMargin, kSideMargin, 0);
     layout->addWidget(label);
   }
   auto* card = new Card;

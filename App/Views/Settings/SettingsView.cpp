@@ -16,7 +16,7 @@ namespace lumora {
 namespace {
 
 constexpr int kMargin = 20;
-constexpr int kSpacing = 12;
+constexpr int kSpacing = 16;
 constexpr int kLookForChangesMilliseconds = 1000;
 
 constexpr std::size_t kReset = 0;

@@ -24,7 +24,7 @@ namespace {
 const Date kNow = dateSince1970(1'795'525'980);  // Tuesday, 14:13 in Berlin
 constexpr double kDay = 86'400;
 // Of a short line no pixel may be filled.
-constexpr int kLineAlike = 100;
+constexpr int kLineAlike = 110;
 
 /// A week as laptops have it: on by day and asleep by night, with breaks, every minute while on.
 std::vector<Sample> realWeek(unsigned seed) {

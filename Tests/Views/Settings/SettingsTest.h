@@ -9,6 +9,7 @@
 #include "Views/Settings/SettingsWindow.h"
 #include "Views/Theme/Colors.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QCheckBox>
@@ -22,7 +23,6 @@
 #include <QScrollBar>
 #include <QTest>
 #include <QTimeEdit>
-#include <QToolButton>
 #include <memory>
 #include <set>
 
@@ -87,10 +87,10 @@ class SettingsTest : public testing::Test {
     return shown;
   }
 
-  QToolButton* stepButton(const QString& number, const QString& name) const {
+  QAbstractButton* stepButton(const QString& number, const QString& name) const {
     QSlider* whole = stepper(number);
     EXPECT_NE(whole, nullptr) << number.toStdString();
-    for (auto* button : whole->findChildren<QToolButton*>()) {
+    for (auto* button : whole->findChildren<QAbstractButton*>()) {
       if (button->accessibleName() == name) return button;
     }
     return nullptr;

@@ -46,7 +46,7 @@ TEST_F(SettingsViewTest, HasItsMeasuresFontsAndColors) {
     const QRect at = section->geometry();
     EXPECT_EQ(at.left(), 20);
     EXPECT_EQ(form->width() - at.right() - 1, 20);
-    EXPECT_EQ(at.top(), before.isNull() ? 20 : before.bottom() + 1 + 12);
+    EXPECT_EQ(at.top(), before.isNull() ? 20 : before.bottom() + 1 + 16);
     before = at;
   }
   EXPECT_FALSE(before.isNull());
@@ -56,7 +56,7 @@ TEST_F(SettingsViewTest, HasItsMeasuresFontsAndColors) {
   const QPalette palette = window->palette();
   for (const char* text : {"Charge limit", "Hold alerts during quiet hours", "Launch at Login"}) {
     EXPECT_EQ(label(text)->font(), fontFor(TextRole::body)) << text;
-    EXPECT_EQ(label(text)->mapTo(form, QPoint()).x(), 20 + 14) << text;
+    EXPECT_EQ(label(text)->mapTo(form, QPoint()).x(), 20 + 16) << text;
     EXPECT_EQ(label(text)->palette().color(QPalette::WindowText),
               textColor(TextColor::primary, palette))
         << text;

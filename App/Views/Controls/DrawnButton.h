@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QAbstractButton>
+#include <QPainter>
+#include <QSize>
+#include <QStyleOptionButton>
+
+namespace lumora {
+
+// Widgets that are drawn as Style/OwnControls.h has it, whatever style the others have.
+
+using Draw = void (*)(QPainter& painter, const QStyleOptionButton& option);
+using Measure = QSize (*)(const QStyleOptionButton& option);
+
+void drawAs(Draw draw, QWidget& widget);
+QSize sizeAs(Measure measure, const QWidget& widget);
+
+/// A button that is drawn so. Return and Enter press it, too, which Qt leaves to the desktop.
+class DrawnButton : public QAbstractButton {
+ public:
+  DrawnButton(Draw draw, Measure measure, QWidget* parent = nullptr);
+
+  QSize sizeHint() const override;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  Draw draw_;
+  Measure measure_;
+};
+
+}  // namespace lumora

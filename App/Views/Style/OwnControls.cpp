@@ -1,0 +1,165 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Views/Style/OwnControls.h"
+
+#include "Views/Style/Shapes.h"
+#include "Views/Theme/Colors.h"
+#include "Views/Theme/Tokens.h"
+
+namespace lumora {
+namespace {
+
+constexpr double kKnobInset = 2;
+constexpr double kSwitchProportion = 1.75;
+constexpr int kSegmentInset = 2;
+constexpr int kDisclosureGap = 6;
+constexpr int kTextsMargin = 3;       // above and below a text that is a button
+constexpr double kArrowShare = 0.55;  // of the font's height
+
+bool isRightToLeft(const QStyleOption& option) { return option.direction == Qt::RightToLeft; }
+
+QColor primary(const QStyleOption& option) { return textColor(TextColor::primary, option.palette); }
+
+QColor ringColor(const QStyleOption& option) { return focusPen(option.palette).color(); }
+
+int arrowSide(const QStyleOption& option) {
+  return qRound(option.fontMetrics.height() * kArrowShare);
+}
+
+void drawStepButton(QPainter& painter, const QStyleOptionButton& button, Step step) {
+  const Painting painting(painter, button);
+  drawStep(painter, button.rect, step, touchOf(button), button.palette);
+}
+
+}  // namespace
+
+QSize switchSize(const QStyleOptionButton& button) {
+  const int track = button.fontMetrics.height() + 4;
+  return {qRound(track * kSwitchProportion) + 2 * kFocusRoom,
+          std::max(kControlHeight, track + 2 * kFocusRoom)};
+}
+
+void drawSwitch(QPainter& painter, const QStyleOptionButton& button) {
+  const Painting painting(painter, button);
+  const bool on = button.state.testFlag(QStyle::State_On);
+  const QSizeF size(button.rect.width() - 2.0 * kFocusRoom, button.fontMetrics.height() + 4.0);
+  QRectF track({}, size);
+  track.moveCenter(QRectF(button.rect).center());
+  const double radius = track.height() / 2;
+  const QColor color =
+      on ? markColor(Tint::accent, button.palette) : neutralMarkColor(button.palette);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(color);
+  painter.drawRoundedRect(track, radius, radius);
+  if (const Touch touch = touchOf(button); touch != Touch::none) {
+    painter.setBrush(fieldColor(button.palette, touch));
+    painter.drawRoundedRect(track, radius, radius);
+  }
+
+  const bool atRight = on != isRightToLeft(button);
+  const double side = track.height() - 2 * kKnobInset;
+  const double left = atRight ? track.right() - kKnobInset - side : track.left() + kKnobInset;
+  painter.setBrush(knobColor(color));
+  painter.drawEllipse(QRectF(left, track.top() + kKnobInset, side, side));
+  if (!showsFocus(button)) return;
+  const QRectF ring = track.adjusted(-kFocusRoom, -kFocusRoom, kFocusRoom, kFocusRoom);
+  drawRing(painter, ring, ring.height() / 2, ringColor(button));
+}
+
+QSize segmentSize(const QStyleOptionButton& button) {
+  return {button.fontMetrics.horizontalAdvance(button.text) + 2 * kControlPadding,
+          controlHeight(button.fontMetrics)};
+}
+
+void drawSegment(QPainter& painter, const QStyleOptionButton& button) {
+  const Painting painting(painter, button);
+  const QRectF area =
+      QRectF(button.rect).adjusted(kSegmentInset, kSegmentInset, -kSegmentInset, -kSegmentInset);
+  const double radius = kControlRadius - kSegmentInset;
+  if (button.state.testFlag(QStyle::State_On)) {
+    drawPanel(painter, area, radius, raisedColor(button.palette), neutralMarkColor(button.palette));
+  } else if (const Touch touch = touchOf(button); touch != Touch::none) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(wellColor(button.palette));
+    painter.drawRoundedRect(area, radius, radius);
+  }
+  painter.setPen(primary(button));
+  painter.drawText(button.rect, Qt::AlignCenter, button.text);
+  if (showsFocus(button)) drawRing(painter, area, radius, ringColor(button));
+}
+
+void drawWell(QPainter& painter, const QStyleOptionButton& area) {
+  const Painting painting(painter, area);
+  drawGround(painter, area.rect, kControlRadius, wellColor(area.palette), area.palette);
+}
+
+QSize disclosureSize(const QStyleOptionButton& button) {
+  return {arrowSide(button) + kDisclosureGap + button.fontMetrics.horizontalAdvance(button.text) +
+              kFocusRoom,
+          button.fontMetrics.height() + 2 * kTextsMargin};
+}
+
+void drawDisclosure(QPainter& painter, const QStyleOptionButton& button) {
+  const Painting painting(painter, button);
+  const bool rightToLeft = isRightToLeft(button);
+  const QRect& area = button.rect;
+  const int side = arrowSide(button);
+  const double middle = rightToLeft ? area.width() - side / 2.0 : side / 2.0;
+  const auto pointing = button.state.testFlag(QStyle::State_On) ? Pointing::down
+                        : rightToLeft                           ? Pointing::left
+                                                                : Pointing::right;
+  drawAngle(painter, {middle, area.height() / 2.0}, side * 0.8, pointing,
+            touchOf(button) == Touch::none ? textColor(TextColor::secondary, button.palette)
+                                           : primary(button));
+
+  const int before = side + kDisclosureGap;
+  const QRect text = rightToLeft ? area.adjusted(0, 0, -before, 0) : area.adjusted(before, 0, 0, 0);
+  painter.setPen(primary(button));
+  painter.drawText(text, Qt::AlignVCenter | Qt::AlignLeading, button.text);
+  if (!showsFocus(button)) return;
+  drawRing(painter,
+           rightToLeft ? text.adjusted(0, 0, kFocusRoom, 0) : text.adjusted(-kFocusRoom, 0, 0, 0),
+           kInnerRadius, ringColor(button));
+}
+
+QSize linkSize(const QStyleOptionButton& button) {
+  return {button.fontMetrics.horizontalAdvance(button.text) + 2 * kFocusRoom,
+          button.fontMetrics.height() + 2 * kTextsMargin};
+}
+
+void drawLink(QPainter& painter, const QStyleOptionButton& button) {
+  const Painting painting(painter, button);
+  QFont shown = painter.font();
+  shown.setUnderline(touchOf(button) != Touch::none);
+  painter.setFont(shown);
+  painter.setPen(textColor(TextColor::link, button.palette));
+  painter.drawText(button.rect, Qt::AlignCenter, button.text);
+  if (showsFocus(button)) drawRing(painter, button.rect, kInnerRadius, ringColor(button));
+}
+
+QSize stepSize(const QStyleOptionButton& button) {
+  const int height = controlHeight(button.fontMetrics);
+  return {height + 4, height};
+}
+
+QSize stepperSize(const QStyleOptionButton& area) {
+  const QSize step = stepSize(area);
+  return {2 * step.width(), step.height()};
+}
+
+void drawStepper(QPainter& painter, const QStyleOptionButton& area) {
+  const Painting painting(painter, area);
+  drawGround(painter, area.rect, kControlRadius, fieldColor(area.palette), area.palette);
+  drawParting(painter, area.rect.center().x(), area.rect, area.palette);
+  if (showsFocus(area)) drawRing(painter, area.rect, kControlRadius, ringColor(area));
+}
+
+void drawDecrease(QPainter& painter, const QStyleOptionButton& button) {
+  drawStepButton(painter, button, Step::less);
+}
+
+void drawIncrease(QPainter& painter, const QStyleOptionButton& button) {
+  drawStepButton(painter, button, Step::more);
+}
+
+}  // namespace lumora

@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The Lumora authors
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Views/Theme/Colors.h"
+
+#include <QPainter>
+#include <QStyleOption>
+
+namespace lumora {
+
+// What controls are drawn of.
+
+/// How a control is touched; not at all where it is disabled.
+Touch touchOf(const QStyleOption& option);
+
+/// Whether it has the focus, and the keyboard brought it there.
+bool showsFocus(const QStyleOption& option);
+
+/// The ground of a control, with an outline where high contrast is wished.
+void drawGround(QPainter& painter, const QRectF& area, double radius, const QColor& color,
+                const QPalette& palette);
+
+/// The ring around what has the focus, within the area.
+void drawRing(QPainter& painter, const QRectF& area, double radius, const QColor& color);
+
+/// A ground with an outline within the area.
+void drawPanel(QPainter& painter, const QRectF& area, double radius, const QColor& color,
+               const QColor& outline);
+
+/// Where an angle points.
+enum class Pointing { down, left, right };
+
+void drawAngle(QPainter& painter, QPointF centre, double side, Pointing pointing,
+               const QColor& color);
+void drawCheckMark(QPainter& painter, QPointF centre, double side, const QColor& color);
+
+/// The half of a stepper that counts down or up.
+enum class Step { less, more };
+
+void drawStep(QPainter& painter, const QRectF& area, Step step, Touch touch,
+              const QPalette& palette);
+
+/// The line between two halves of a control.
+void drawParting(QPainter& painter, int x, const QRect& area, const QPalette& palette);
+
+/// Makes a painter smooth, and faint for what is disabled, until it goes out of scope.
+class Painting {
+ public:
+  Painting(QPainter& painter, const QStyleOption& option);
+  ~Painting() { painter_.restore(); }
+  Painting(const Painting&) = delete;
+  Painting& operator=(const Painting&) = delete;
+
+ private:
+  QPainter& painter_;
+};
+
+}  // namespace lumora
