@@ -51,7 +51,7 @@ std::string twoDigitText(std::int64_t number) {
 }
 
 std::string decimalText(double number, int decimals) {
-  const std::string text = printed("%.*f", decimals, number);
+  std::string text = printed("%.*f", decimals, number);
   if (!nativeDigits()) return text;
   // Digit by digit: the flag I writes none of a number with decimals in glibc 2.41.
   std::string native;

@@ -12,6 +12,13 @@ namespace {
 // Of black, at the popover's edge.
 constexpr double kDarkest = 0.22;
 
+constexpr double kHalfLine = 0.5;
+
+/// Where a line runs that lies just within, at any scale.
+QRectF middleOfLine(const QRect& popover) {
+  return QRectF(popover).adjusted(kHalfLine, kHalfLine, -kHalfLine, -kHalfLine);
+}
+
 /// As from a light above: longer below. By rings, which leave out what the popover covers.
 void drawShadow(QPainter& painter, const QRectF& popover) {
   painter.setBrush(Qt::NoBrush);
@@ -36,14 +43,14 @@ void drawRoundFrame(QPainter& painter, const QRect& popover, const QPalette& pal
   painter.drawRoundedRect(popover, kCornerRadius, kCornerRadius);
   painter.setPen(outlineColor(palette));
   painter.setBrush(Qt::NoBrush);
-  constexpr double kHalf = 0.5;
-  painter.drawRoundedRect(QRectF(popover).adjusted(kHalf, kHalf, -kHalf, -kHalf),
-                          kCornerRadius - kHalf, kCornerRadius - kHalf);
+  painter.drawRoundedRect(middleOfLine(popover), kCornerRadius - kHalfLine,
+                          kCornerRadius - kHalfLine);
 }
 
 void drawSquareFrame(QPainter& painter, const QRect& popover, const QPalette& palette) {
+  painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(outlineColor(palette));
-  painter.drawRect(popover.adjusted(0, 0, -1, -1));
+  painter.drawRect(middleOfLine(popover));
 }
 
 }  // namespace lumora

@@ -3,10 +3,14 @@
 #include "Views/FakeHost.h"
 #include "Views/Patience.h"
 #include "Views/Pixels.h"
+#include "Views/Popover/PopoverFrame.h"
 #include "Views/Popover/PopoverWindow.h"
 
 #include <QAbstractButton>
+#include <QApplication>
+#include <QImage>
 #include <QLabel>
+#include <QPainter>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -371,6 +375,23 @@ TEST(PopoverWindow, ScrollsWhereTheScreenIsTooLow) {
   button(window, "Daily summary")->click();
   for (int i = 0; i < 3; ++i) QCoreApplication::processEvents();
   EXPECT_TRUE(screen.contains(window.geometry()));
+}
+
+TEST(PopoverFrame, RunsAlongTheEdgesAtAnyScale) {
+  const QRect popover(0, 0, 40, 20);
+  for (const double scale : {1.0, 1.5, 2.0}) {
+    QImage image((QSizeF(popover.size()) * scale).toSize(), QImage::Format_RGB32);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    drawSquareFrame(painter, popover, QApplication::palette());
+    painter.end();
+    const QRgb line = image.pixel(0, image.height() / 2);
+    EXPECT_NE(line, QColor(Qt::white).rgb());
+    EXPECT_EQ(image.pixel(image.width() - 1, image.height() / 2), line) << scale;
+    EXPECT_EQ(image.pixel(image.width() / 2, 0), line) << scale;
+    EXPECT_EQ(image.pixel(image.width() / 2, image.height() - 1), line) << scale;
+  }
 }
 
 TEST(PopoverWindow, DoesNotScrollWhereItFits) {
