@@ -19,22 +19,6 @@ const std::filesystem::path kFolder = LUMORA_TEST_VERSIONS;
 const std::filesystem::path kHistory = "/data/Lumora/history.json";
 const std::filesystem::path kDefaults = "/config/Lumora/defaults.json";
 
-/// The files that another version left: one of each that there was, and one that there may be.
-class Versions : public testing::TestWithParam<std::string> {
- protected:
-  static std::string left(const char* name) {
-    std::ifstream file(kFolder / GetParam() / name, std::ios::binary);
-    return {std::istreambuf_iterator(file), {}};
-  }
-
-  Versions() {
-    files.edit(kHistory, left("history.json"));
-    files.edit(kDefaults, left("defaults.json"));
-  }
-
-  MemoryFiles files;
-};
-
 std::vector<std::string> versions() {
   std::vector<std::string> names;
   for (const auto& entry : std::filesystem::directory_iterator(kFolder)) {
@@ -44,14 +28,34 @@ std::vector<std::string> versions() {
   return names;
 }
 
+/// By its number among the versions: the files that another version left: one of each that there
+/// was, and one that there may be.
+class Versions : public testing::TestWithParam<std::size_t> {
+ protected:
+  static std::string left(const char* name) {
+    std::ifstream file(kFolder / versions().at(GetParam()) / name, std::ios::binary);
+    return {std::istreambuf_iterator(file), {}};
+  }
+
+  Versions() : trace(__FILE__, __LINE__, versions().at(GetParam())) {
+    files.edit(kHistory, left("history.json"));
+    files.edit(kDefaults, left("defaults.json"));
+  }
+
+  testing::ScopedTrace trace;
+  MemoryFiles files;
+};
+
 TEST_P(Versions, HistoryIsReadAndGoesOn) {
   // What each of them was given: a discharge, the plug, a break of half an hour while it charged,
   // full.
   std::vector<Sample> samples;
   samples.reserve(16);
   for (int i = 0; i < 16; ++i) {
-    samples.push_back({1795233748.51 + i * 60.016 + (i > 8 ? 1800.25 : 0), i < 6 ? 60 - i : 49 + i,
-                       i > 6 && i<15, i> 5});
+    const double time = 1795233748.51 + i * 60.016 + (i > 8 ? 1800.25 : 0);
+    const bool plugged = i > 5;
+    const bool charging = i > 6 && i < 15;
+    samples.push_back({time, i < 6 ? 60 - i : 49 + i, charging, plugged});
   }
   const Date now = dateSince1970(samples.back().t) + Seconds(60);
   HistoryStore store(files, "/data", now);
@@ -99,8 +103,7 @@ TEST_P(Versions, SettingsAreReadAndKept) {
   EXPECT_FALSE(files.text(kDefaults.string() + ".unreadable"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Left, Versions, testing::ValuesIn(versions()),
-                         [](const auto& left) { return "by" + std::to_string(left.index); });
+INSTANTIATE_TEST_SUITE_P(Left, Versions, testing::Range(std::size_t{0}, versions().size()));
 
 TEST(VersionsKept, HaveThatOfToday) {
   const auto known = versions();
