@@ -29,6 +29,7 @@
 #include <QScrollBar>
 #include <algorithm>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <optional>
@@ -500,7 +501,7 @@ bool contactSheets(DesktopLooks& looks, const std::filesystem::path& folder) {
 }  // namespace
 }  // namespace lumora::test
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
   // FOLDER WIDTH HEIGHT SCALE, as small laptops have it.
   const std::filesystem::path folder = argc > 1 ? argv[1] : "gallery";
   const bool isTold = argc > 4;
@@ -522,4 +523,7 @@ int main(int argc, char** argv) {
   const bool popovers = renderAll(lumora::test::scenes());
   const bool settings = renderAll(lumora::test::settingsScenes());
   return popovers && settings && lumora::test::contactSheets(looks, folder) ? 0 : 1;
+} catch (const std::exception& error) {
+  std::cerr << error.what() << '\n';
+  return 1;
 }

@@ -58,7 +58,8 @@ TEST(StylesOfDesktops, AreNotTakenElsewhere) {
 
 TEST(StylesPalette, IsOurOwnWhereTheDesktopHasNone) {
   Style style;
-  QPalette palette = QStyleFactory::create("fusion")->standardPalette();
+  const std::unique_ptr<QStyle> fusion(QStyleFactory::create("fusion"));
+  QPalette palette = fusion->standardPalette();
   style.polish(palette);
   EXPECT_EQ(palette.color(QPalette::Window), QColor(0xf6, 0xf6, 0xf7));
   EXPECT_EQ(palette.color(QPalette::Highlight), QColor(0x1f, 0x6f, 0xeb));
