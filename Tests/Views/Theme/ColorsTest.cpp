@@ -231,10 +231,12 @@ TEST(Colors, KeepTheAccentWhereItCanBeSeen) {
 }
 
 TEST(Colors, ShowHowAControlIsTouched) {
-  for (const auto& [name, palette] : desktops()) {
+  for (const auto& desktop : desktops()) {
+    const QPalette& palette = desktop.palette;
     const auto differ = [&](auto colorOf, Touch one, Touch other) {
       const QColor first = over(card(palette), colorOf(palette, one));
-      EXPECT_GT(contrast(first, over(card(palette), colorOf(palette, other))), 1.03) << name;
+      EXPECT_GT(contrast(first, over(card(palette), colorOf(palette, other))), 1.03)
+          << desktop.name;
     };
     for (const auto colorOf : {fieldColor, actionColor, dangerFieldColor}) {
       differ(colorOf, Touch::none, Touch::hovered);
