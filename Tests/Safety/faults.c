@@ -1,11 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Preloaded, makes system calls on Lumora's own files fail. LUMORA_FAULT is "CALL NUMBER ERRNO": the how
-// manieth of open, read, fstat, write, fsync, close or rename, from 1, or each one, 0, and with what. With
-// the errno 0 a read or write fails not, but takes a thousand bytes at most. LUMORA_FAULT_HIT is a file
-// that is made when that happened. While the file LUMORA_FAULT_GATE exists, no fsync gets done; one that
-// waits for that makes another beside it, ".waiting".
+// Preloaded, makes system calls on Lumora's own files fail. LUMORA_FAULT is "CALL NUMBER ERRNO":
+// the how manieth of open, read, fstat, write, fsync, close or rename, from 1, or each one, 0, and
+// with what. With the errno 0 a read or write fails not, but takes a thousand bytes at most.
+// LUMORA_FAULT_HIT is a file that is made when that happened. While the file LUMORA_FAULT_GATE
+// exists, no fsync gets done; one that waits for that makes another beside it, ".waiting".
 #define _GNU_SOURCE
+#include "ours.h"
+
 #include <dlfcn.h>
 #include <errno.h>
 #include <fcntl.h>
@@ -21,17 +23,6 @@
 static int (*realOpen)(const char*, int, ...);
 static atomic_int counted;
 static const size_t kShort = 1000;
-
-static int isOurs(const char* path) { return strstr(path, "/Lumora/") != NULL; }
-
-static int isOursOpen(int descriptor) {
-  char link[64], path[4096];
-  snprintf(link, sizeof link, "/proc/self/fd/%d", descriptor);
-  const ssize_t length = readlink(link, path, sizeof path - 1);
-  if (length < 0) return 0;
-  path[length] = 0;
-  return isOurs(path);
-}
 
 static int (*realClose)(int);
 

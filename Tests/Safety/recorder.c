@@ -1,8 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Preloaded, writes down what is done to Lumora's own files, in order, into the file LUMORA_RECORD: a line
-// for each call that changes a file or a name, "CALL INODE ...", and behind that of a write its bytes.
+// Preloaded, writes down what is done to Lumora's own files, in order, into the file LUMORA_RECORD:
+// a line for each call that changes a file or a name, "CALL INODE ...", and behind that of a write
+// its bytes.
 #define _GNU_SOURCE
+#include "ours.h"
+
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <stdarg.h>
@@ -14,17 +17,6 @@
 #include <unistd.h>
 
 #define REAL(name) ((__typeof__(&name))dlsym(RTLD_NEXT, #name))
-
-static int isOurs(const char* path) { return strstr(path, "/Lumora/") != NULL; }
-
-static int isOursOpen(int descriptor) {
-  char link[64], path[4096];
-  snprintf(link, sizeof link, "/proc/self/fd/%d", descriptor);
-  const ssize_t length = readlink(link, path, sizeof path - 1);
-  if (length < 0) return 0;
-  path[length] = 0;
-  return isOurs(path);
-}
 
 static unsigned long inode(int descriptor) {
   struct stat status;
