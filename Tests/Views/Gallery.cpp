@@ -10,6 +10,7 @@
 #include "Views/Controls/SegmentedPicker.h"
 #include "Views/FakeHost.h"
 #include "Views/Languages.h"
+#include "Views/Pixels.h"
 #include "Views/Popover/PopoverView.h"
 #include "Views/Popover/PopoverWindow.h"
 #include "Views/Settings/SettingsWindow.h"
@@ -236,22 +237,6 @@ Appearance appearanceOf(const auto& scene) {
   return appearance;
 }
 
-/// Sets the desktop's font in a size until it goes out of scope.
-class FontSize {
- public:
-  explicit FontSize(double points) {
-    QFont font = usual_;
-    font.setPointSizeF(points);
-    QApplication::setFont(font);
-  }
-  ~FontSize() { QApplication::setFont(usual_); }
-  FontSize(const FontSize&) = delete;
-  FontSize& operator=(const FontSize&) = delete;
-
- private:
-  QFont usual_ = QApplication::font();
-};
-
 /// The first control of that text or name.
 QWidget* withName(const QWidget& window, const QString& name) {
   for (auto* widget : window.findChildren<QWidget*>()) {
@@ -283,7 +268,7 @@ bool render(const Scene& scene, DesktopLooks& looks, const std::filesystem::path
   if (scene.locale != nullptr) {
     language.emplace(scene.locale, scene.language != nullptr ? scene.language : "");
   }
-  const FontSize font(scene.points);
+  const ScopedFontSize font(scene.points);
   FakeHost host;
   host.clock.time = kNow;
   if (scene.hasBattery) host.setBattery(scene.percent, scene.description, scene.registry);
@@ -403,7 +388,7 @@ bool render(const SettingsScene& scene, DesktopLooks& looks, const std::filesyst
   if (scene.locale != nullptr) {
     language.emplace(scene.locale, scene.language != nullptr ? scene.language : "");
   }
-  const FontSize font(scene.points);
+  const ScopedFontSize font(scene.points);
   FakeHost host;
   host.clock.time = kNow;
   host.files.edit("/config/defaults.json", scene.settings);

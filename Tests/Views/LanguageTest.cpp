@@ -6,6 +6,7 @@
 #include "Views/Controls/Stepper.h"
 #include "Views/Controls/Switch.h"
 #include "Views/FakeHost.h"
+#include "Views/Languages.h"
 #include "Views/Popover/HistoryChart.h"
 #include "Views/Popover/PopoverView.h"
 #include "Views/Popover/RingView.h"
@@ -151,8 +152,7 @@ TEST_F(LanguageTest, AsksNothingThatIsNotInTheTemplate) {
 }
 
 TEST_F(LanguageTest, MirrorsThePopoverForALanguageWrittenFromRightToLeft) {
-  const ScopedLocale american("en_US", "q2");
-  QApplication::setLayoutDirection(Qt::RightToLeft);
+  const ScopedLanguage american("en_US", "q2");
   PopoverView& view = openPopover();
   const auto at = [&](const char* text) {
     for (auto* widget : view.findChildren<QWidget*>()) {
@@ -182,16 +182,14 @@ TEST_F(LanguageTest, MirrorsThePopoverForALanguageWrittenFromRightToLeft) {
 }
 
 TEST_F(LanguageTest, DrawsTheTimeFromLeftToRightInEveryLanguage) {
-  const ScopedLocale american("en_US", "q2");
-  QApplication::setLayoutDirection(Qt::RightToLeft);
+  const ScopedLanguage american("en_US", "q2");
   auto* plot = openPopover().findChild<QCustomPlot*>();
   const double now = secondsSince1970(host.clock.time);
   EXPECT_LT(plot->xAxis->coordToPixel(now - 80'000), plot->xAxis->coordToPixel(now));
 }
 
 TEST_F(LanguageTest, MirrorsTheSettingsForALanguageWrittenFromRightToLeft) {
-  const ScopedLocale american("en_US", "q2");
-  QApplication::setLayoutDirection(Qt::RightToLeft);
+  const ScopedLanguage american("en_US", "q2");
   SettingsWindow& window = openSettings();
   const auto* toggle = window.findChild<Switch*>();
   const auto* stepper = window.findChild<Stepper*>();
@@ -211,21 +209,17 @@ TEST_F(LanguageTest, PutsHoursBeforeMinutesInEveryLanguage) {
     const char* locale;
     const char* time;
   };
-  QApplication::setLayoutDirection(Qt::RightToLeft);
   for (const auto& [locale, time] : {Case{"fa_IR", "۲۲:۰۰"}, Case{"ar_EG", "10:00 م"},
                                      Case{"he_IL", "22:00"}, Case{"fi_FI", "22.00"}}) {
-    const ScopedLocale scoped(locale, "q2");
-    QLocale::setDefault(QLocale(QString(locale)));
+    const ScopedLanguage scoped(locale, "q2");
     const auto* field = openSettings().findChild<QTimeEdit*>();
     EXPECT_EQ(field->text().replace(QChar::Nbsp, ' ').toStdString(), time) << locale;
     EXPECT_EQ(field->layoutDirection(), Qt::LeftToRight);
   }
-  QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
 }
 
 TEST_F(LanguageTest, StepsToTheSideWhereTheMoreIs) {
-  const ScopedLocale american("en_US", "q2");
-  QApplication::setLayoutDirection(Qt::RightToLeft);
+  const ScopedLanguage american("en_US", "q2");
   auto* stepper = openSettings().findChild<Stepper*>();
   QTest::keyClick(stepper, Qt::Key_Left);
   EXPECT_EQ(host.store.integerForKey("limit"), 81);
