@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QFontInfo>
 #include <QFontMetrics>
 #include <QPainter>
 #include <QPalette>
@@ -95,11 +94,7 @@ int longestWord(const QString& text, const QFont& font) {
 }
 
 QFont fontThatFits(TextRole role, const QString& text, int width) {
-  QFont font = fontFor(role);
-  for (int pixels = QFontInfo(font).pixelSize(); pixels > 1 && longestWord(text, font) > width;) {
-    font.setPixelSize(--pixels);
-  }
-  return font;
+  return fontThatFits(role, [&](const QFont& font) { return longestWord(text, font) <= width; });
 }
 
 void layOutPair(QBoxLayout& row, const QLabel& first, QWidget& second, int width) {

@@ -8,7 +8,6 @@
 
 #include <QAbstractItemDelegate>
 #include <QAbstractTableModel>
-#include <QFontInfo>
 #include <QHeaderView>
 #include <QPainter>
 #include <QStringList>
@@ -172,12 +171,11 @@ int DayTable::gapIn(const QFont& font) {
 
 /// In a font smaller than its role says where it would be wider than the popover.
 void DayTable::fit() {
-  QFont font = fontFor(TextRole::caption);
-  int gap = gapIn(font);
-  for (int pixels = QFontInfo(font).pixelSize(); gap < kLeastGap && pixels > 1;) {
-    font.setPixelSize(--pixels);
-    gap = gapIn(font);
-  }
+  int gap = 0;
+  const QFont font = fontThatFits(TextRole::caption, [&](const QFont& tried) {
+    gap = gapIn(tried);
+    return gap >= kLeastGap;
+  });
   setFont(font);
   int left = width_;
   for (int column = kColumns - 1; column > kDay; --column) {

@@ -8,11 +8,12 @@
 #include "Views/Controls/Labels.h"
 #include "Views/Popover/ChartGround.h"
 #include "Views/Popover/TimeTicker.h"
+#include "Views/Style/Shapes.h"
 #include "Views/Theme/Colors.h"
 #include "Views/Theme/Fonts.h"
+#include "Views/Theme/Tokens.h"
 
 #include <QEvent>
-#include <QFontInfo>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -40,8 +41,7 @@ class Plot : public QCustomPlot {
     if (!hasFocus()) return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(focusPen(palette()));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kRadius, kRadius);
+    drawRing(painter, rect(), kRadius + kFocusLine / 2, focusColor(palette()));
   }
 };
 
@@ -266,12 +266,12 @@ void HistoryChart::setPoint(std::optional<std::size_t> index) {
 void HistoryChart::placeLabel(const ChartPoint& point, const QString& text) {
   constexpr int kPadding = 4;
   const QRect area = plot_->axisRect()->rect();
-  QFont font = fontFor(TextRole::caption2);
-  const auto width = [&] { return QFontMetrics(font).horizontalAdvance(text) + 2 * kPadding; };
-  for (int pixels = QFontInfo(font).pixelSize(); pixels > 1 && width() > area.width();) {
-    font.setPixelSize(--pixels);
-  }
-  const double half = width() / 2.0;
+  const auto widthIn = [&](const QFont& font) {
+    return QFontMetrics(font).horizontalAdvance(text) + 2 * kPadding;
+  };
+  const QFont font = fontThatFits(
+      TextRole::caption2, [&](const QFont& tried) { return widthIn(tried) <= area.width(); });
+  const double half = widthIn(font) / 2.0;
   const double left = area.left() + half;
   const double right = std::max(left, area.right() - half);
   const bool below = point.pct > 50;

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QHash>
 #include <QStringList>
 
@@ -75,6 +76,14 @@ QFont fontFor(TextRole role) {
     case TextRole::caption2:
       scale(0.85);
       break;
+  }
+  return font;
+}
+
+QFont fontThatFits(TextRole role, const std::function<bool(const QFont&)>& fits) {
+  QFont font = fontFor(role);
+  for (int pixels = QFontInfo(font).pixelSize(); !fits(font) && pixels > 1;) {
+    font.setPixelSize(--pixels);
   }
   return font;
 }

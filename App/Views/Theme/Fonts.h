@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QFont>
+#include <functional>
 #include <string>
 
 namespace lumora {
@@ -12,6 +13,9 @@ enum class TextRole { headline, body, callout, caption, caption2 };
 
 /// The desktop's font in the weight and size of a role.
 QFont fontFor(TextRole role);
+
+/// The font of a role, made smaller pixel by pixel until it fits, to one pixel at the least.
+QFont fontThatFits(TextRole role, const std::function<bool(const QFont&)>& fits);
 
 /// A font as Pango describes it, "Cantarell 11", with its size times `scale`. What the description
 /// does not say is the desktop's own.
