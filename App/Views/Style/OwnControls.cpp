@@ -18,10 +18,6 @@ constexpr double kArrowShare = 0.55;  // of the font's height
 
 bool isRightToLeft(const QStyleOption& option) { return option.direction == Qt::RightToLeft; }
 
-QColor primary(const QStyleOption& option) { return textColor(TextColor::primary, option.palette); }
-
-QColor ringColor(const QStyleOption& option) { return focusPen(option.palette).color(); }
-
 int arrowSide(const QStyleOption& option) {
   return qRound(option.fontMetrics.height() * kArrowShare);
 }
@@ -63,7 +59,7 @@ void drawSwitch(QPainter& painter, const QStyleOptionButton& button) {
   painter.drawEllipse(QRectF(left, track.top() + kKnobInset, side, side));
   if (!showsFocus(button)) return;
   const QRectF ring = track.adjusted(-kFocusRoom, -kFocusRoom, kFocusRoom, kFocusRoom);
-  drawRing(painter, ring, ring.height() / 2, ringColor(button));
+  drawRing(painter, ring, ring.height() / 2, focusColor(button.palette));
 }
 
 QSize segmentSize(const QStyleOptionButton& button) {
@@ -83,9 +79,9 @@ void drawSegment(QPainter& painter, const QStyleOptionButton& button) {
     painter.setBrush(wellColor(button.palette));
     painter.drawRoundedRect(area, radius, radius);
   }
-  painter.setPen(primary(button));
+  painter.setPen(primaryColor(button));
   painter.drawText(button.rect, Qt::AlignCenter, button.text);
-  if (showsFocus(button)) drawRing(painter, area, radius, ringColor(button));
+  if (showsFocus(button)) drawRing(painter, area, radius, focusColor(button.palette));
 }
 
 void drawWell(QPainter& painter, const QStyleOptionButton& area) {
@@ -110,16 +106,16 @@ void drawDisclosure(QPainter& painter, const QStyleOptionButton& button) {
                                                                 : Pointing::right;
   drawAngle(painter, {middle, area.height() / 2.0}, side * 0.8, pointing,
             touchOf(button) == Touch::none ? textColor(TextColor::secondary, button.palette)
-                                           : primary(button));
+                                           : primaryColor(button));
 
   const int before = side + kDisclosureGap;
   const QRect text = rightToLeft ? area.adjusted(0, 0, -before, 0) : area.adjusted(before, 0, 0, 0);
-  painter.setPen(primary(button));
+  painter.setPen(primaryColor(button));
   painter.drawText(text, Qt::AlignVCenter | Qt::AlignLeading, button.text);
   if (!showsFocus(button)) return;
   drawRing(painter,
            rightToLeft ? text.adjusted(0, 0, kFocusRoom, 0) : text.adjusted(-kFocusRoom, 0, 0, 0),
-           kInnerRadius, ringColor(button));
+           kInnerRadius, focusColor(button.palette));
 }
 
 QSize linkSize(const QStyleOptionButton& button) {
@@ -134,7 +130,7 @@ void drawLink(QPainter& painter, const QStyleOptionButton& button) {
   painter.setFont(shown);
   painter.setPen(textColor(TextColor::link, button.palette));
   painter.drawText(button.rect, Qt::AlignCenter, button.text);
-  if (showsFocus(button)) drawRing(painter, button.rect, kInnerRadius, ringColor(button));
+  if (showsFocus(button)) drawRing(painter, button.rect, kInnerRadius, focusColor(button.palette));
 }
 
 QSize stepSize(const QStyleOptionButton& button) {
@@ -151,7 +147,7 @@ void drawStepper(QPainter& painter, const QStyleOptionButton& area) {
   const Painting painting(painter, area);
   drawGround(painter, area.rect, kControlRadius, fieldColor(area.palette), area.palette);
   drawParting(painter, area.rect.center().x(), area.rect, area.palette);
-  if (showsFocus(area)) drawRing(painter, area.rect, kControlRadius, ringColor(area));
+  if (showsFocus(area)) drawRing(painter, area.rect, kControlRadius, focusColor(area.palette));
 }
 
 void drawDecrease(QPainter& painter, const QStyleOptionButton& button) {

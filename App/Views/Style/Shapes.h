@@ -17,6 +17,11 @@ Touch touchOf(const QStyleOption& option);
 /// Whether it has the focus, and the keyboard brought it there.
 bool showsFocus(const QStyleOption& option);
 
+/// Of its text, and of its signs.
+inline QColor primaryColor(const QStyleOption& option) {
+  return textColor(TextColor::primary, option.palette);
+}
+
 /// The ground of a control, with an outline where high contrast is wished.
 void drawGround(QPainter& painter, const QRectF& area, double radius, const QColor& color,
                 const QPalette& palette);

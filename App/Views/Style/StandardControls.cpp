@@ -27,10 +27,6 @@ constexpr int kSeparatorHeight = 9;
 constexpr int kHandleMargin = 4;
 constexpr int kLeastHandle = 32;
 
-QColor primary(const QStyleOption& option) { return textColor(TextColor::primary, option.palette); }
-
-QColor ringColor(const QStyleOption& option) { return focusPen(option.palette).color(); }
-
 /// The side in a language that is written from the left, mirrored in the others.
 int atSide(const QStyleOption& option, Qt::AlignmentFlag side) {
   return static_cast<int>(QStyle::visualAlignment(option.direction, side));
@@ -73,7 +69,7 @@ ButtonColors colorsOf(Meaning meaning, const QStyleOptionButton& button) {
     case Meaning::usual:
       break;
   }
-  return {fieldColor(button.palette, touch), primary(button)};
+  return {fieldColor(button.palette, touch), primaryColor(button)};
 }
 
 }  // namespace
@@ -96,7 +92,7 @@ void drawButton(QPainter& painter, const QStyleOptionButton& button, const QWidg
     constexpr int kGap = 2;
     drawRing(painter, QRectF(button.rect).adjusted(kGap, kGap, -kGap, -kGap), kInnerRadius, text);
   } else {
-    drawRing(painter, button.rect, kControlRadius, ringColor(button));
+    drawRing(painter, button.rect, kControlRadius, focusColor(button.palette));
   }
 }
 
@@ -118,13 +114,13 @@ void drawChoice(QPainter& painter, const QStyleOptionComboBox& box) {
   const QRect sign(box.rect.right() + 1 - kControlPadding - kSignSide, box.rect.top(), kSignSide,
                    box.rect.height());
   drawAngle(painter, QRectF(QStyle::visualRect(box.direction, box.rect, sign)).center(),
-            kSignSide / 2.0, Pointing::down, primary(box));
-  if (showsFocus(box)) drawRing(painter, box.rect, kControlRadius, ringColor(box));
+            kSignSide / 2.0, Pointing::down, primaryColor(box));
+  if (showsFocus(box)) drawRing(painter, box.rect, kControlRadius, focusColor(box.palette));
 }
 
 void drawChoiceText(QPainter& painter, const QStyleOptionComboBox& box) {
   const Painting painting(painter, box);
-  painter.setPen(primary(box));
+  painter.setPen(primaryColor(box));
   painter.drawText(choiceTextArea(box), Qt::AlignVCenter | atSide(box, Qt::AlignLeft),
                    box.currentText);
 }
@@ -175,7 +171,7 @@ void drawNumberField(QPainter& painter, const QStyleOptionSpinBox& field) {
   }
   // A field is written into, so it always shows that it will be.
   if (field.state.testFlag(QStyle::State_HasFocus)) {
-    drawRing(painter, field.rect, kControlRadius, ringColor(field));
+    drawRing(painter, field.rect, kControlRadius, focusColor(field.palette));
   }
 }
 
@@ -239,7 +235,7 @@ void drawEntry(QPainter& painter, const QStyleOptionMenuItem& entry) {
   const Painting painting(painter, entry);
   const bool chosen =
       entry.state.testFlag(QStyle::State_Selected) && entry.state.testFlag(QStyle::State_Enabled);
-  const QColor color = chosen ? textOn(actionColor(palette)) : primary(entry);
+  const QColor color = chosen ? textOn(actionColor(palette)) : primaryColor(entry);
   if (chosen) drawGround(painter, area, kInnerRadius, actionColor(palette), palette);
 
   const QRect sign(area.left() + kEntryInset, area.top(), kSignSide, area.height());

@@ -43,7 +43,7 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
   switch (element) {
     case PE_FrameFocusRect: {
       const Painting painting(*painter, *option);
-      return drawRing(*painter, option->rect, kInnerRadius, focusPen(palette).color());
+      return drawRing(*painter, option->rect, kInnerRadius, focusColor(palette));
     }
     case PE_PanelMenu:
       return drawPopup(*painter, *option, popupColor(palette), widget);

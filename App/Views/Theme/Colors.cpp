@@ -197,7 +197,7 @@ QColor outlineColor(const QPalette& palette) {
   return veil(palette, isHighContrast(palette) ? 0.7 : 0.25);
 }
 
-QPen focusPen(const QPalette& palette) { return {markColor(Tint::accent, palette), 2}; }
+QColor focusColor(const QPalette& palette) { return markColor(Tint::accent, palette); }
 
 bool isDark(const QPalette& palette) { return windowOf(palette).lightness() < 128; }
 

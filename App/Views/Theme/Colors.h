@@ -6,7 +6,6 @@
 
 #include <QColor>
 #include <QPalette>
-#include <QPen>
 
 namespace lumora {
 
@@ -72,8 +71,8 @@ QColor hairlineColor(const QPalette& palette);
 /// Around the popover, which has no frame of the desktop. Translucent.
 QColor outlineColor(const QPalette& palette);
 
-/// Around what has the keyboard focus: two pixels wide.
-QPen focusPen(const QPalette& palette);
+/// Around what has the keyboard focus.
+QColor focusColor(const QPalette& palette);
 
 /// Whether the palette is light on dark.
 bool isDark(const QPalette& palette);

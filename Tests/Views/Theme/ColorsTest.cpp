@@ -136,9 +136,9 @@ std::vector<Pair> marks(const QPalette& palette) {
     all.push_back({"a switch on a card", track, card(palette)});
     all.push_back({"its knob", knobColor(track), track});
   }
-  all.push_back({"the focus on the window", focusPen(palette).color(), window(palette)});
-  all.push_back({"the focus on a card", focusPen(palette).color(), card(palette)});
-  all.push_back({"the focus in a well", focusPen(palette).color(), well(palette)});
+  all.push_back({"the focus on the window", focusColor(palette), window(palette)});
+  all.push_back({"the focus on a card", focusColor(palette), card(palette)});
+  all.push_back({"the focus in a well", focusColor(palette), well(palette)});
   all.push_back({"a tick", off, window(palette)});
   all.push_back({"a scroll bar's handle over a card", off, card(palette)});
   all.push_back({"the default button", actionColor(palette), window(palette)});
