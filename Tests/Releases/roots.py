@@ -30,6 +30,15 @@ CAPABILITIES = [
 ]
 AS_IN_A_CONTAINER = ["setpriv", "--bounding-set=-all," + ",".join(f"+{name}" for name in CAPABILITIES), "--"]
 AS_THE_NEWCOMER = ["setpriv", "--reuid=newcomer", "--regid=newcomer", "--init-groups", "--"]
+# Where the compiler cache stands in a root, with the libraries that it was linked with.
+CACHE = "/srv/ccache"
+CACHED = [
+    f"CMAKE_C_COMPILER_LAUNCHER={CACHE}/launch",
+    f"CMAKE_CXX_COMPILER_LAUNCHER={CACHE}/launch",
+    f"CCACHE_DIR={CACHE}/kept",
+    "CCACHE_UMASK=000",
+    "CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime",
+]
 PATH = "/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin"
 NEWCOMER = """
 apt-get -qq update
@@ -112,13 +121,35 @@ def make(release, mirror_uri, architecture=None):
     return base
 
 
-class Root:
-    """A copy of a clean root with a clone of the project in it, `with Root(...) as root`; then it is gone."""
+def cache_for(base):
+    """The folder of a compiler cache for the copies of a root: this machine's, which needs nothing of theirs."""
+    folder = FOLDER / f"{base.name}-ccache"
+    program = shutil.which("ccache")
+    (folder / "lib").mkdir(parents=True, exist_ok=True)
+    (folder / "kept").mkdir(exist_ok=True)
+    (folder / "kept").chmod(0o777)
+    shutil.copy(program, folder / "ccache")
+    libraries = [word for word in output("ldd", program).split() if word.startswith("/")]
+    for library in libraries:
+        shutil.copy(library, folder / "lib")
+    loader = next(pathlib.Path(library).name for library in libraries if "/ld-" in library)
+    launcher = folder / "launch"
+    launcher.write_text(f'#!/bin/sh\nexec {CACHE}/lib/{loader} --library-path {CACHE}/lib {CACHE}/ccache "$@"\n')
+    launcher.chmod(0o755)
+    return folder
 
-    def __init__(self, base, situation):
+
+class Root:
+    """A copy of a clean root with a clone of the project in it, `with Root(...) as root`; then it is gone.
+
+    With a cache, what was compiled in a copy of it before is not compiled once more.
+    """
+
+    def __init__(self, base, situation, cache=None):
         self._base = base
         self._archives = FOLDER / f"{base.name}-archives"
         self._situation = situation
+        self._cache = cache
         self._scratch = FOLDER / "scratch"
 
     def __enter__(self):
@@ -155,6 +186,7 @@ class Root:
             self._archives,
             "yes" if situation.shm else "no",
             str(loops),
+            self._cache or "",
         ]
         confined = AS_IN_A_CONTAINER if situation.container else []
         # A build asks the kernel what it is on, and the kernel is not of that architecture.
@@ -166,6 +198,7 @@ class Root:
             f"HOME={home}",
             "LANG=C.UTF-8",
             f"PATH={PATH}",
+            *(CACHED if self._cache else []),
             "bash",
             "-c",
             f"cd {home}\n{script}",
@@ -189,9 +222,9 @@ def discard(folder):
         subprocess.run(["rm", "-rf", "--one-file-system", folder], check=True)
 
 
-def needs():
-    """What this machine lacks for it, as one line, or nothing."""
+def needs(*programs):
+    """What this machine lacks for it and for these programs, as one line, or nothing."""
     if os.geteuid() != 0:
         return "only root can make roots: sudo Tests/Releases/run"
-    missing = [name for name in ("debootstrap", "git", "unshare", "setpriv") if not shutil.which(name)]
+    missing = [name for name in ("debootstrap", "git", "unshare", "setpriv", *programs) if not shutil.which(name)]
     return f"missing: {' '.join(missing)}" if missing else ""
