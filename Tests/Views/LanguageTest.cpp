@@ -3,6 +3,7 @@
 #include "Preferences/SoundNames.h"
 #include "Support/ScopedLocale.h"
 #include "Views/Cells.h"
+#include "Views/Children.h"
 #include "Views/Controls/Stepper.h"
 #include "Views/Controls/Switch.h"
 #include "Views/FakeHost.h"
@@ -134,7 +135,7 @@ TEST_F(LanguageTest, ShowsNoTextWithoutABatteryThatIsNotInTheTemplate) {
 TEST_F(LanguageTest, ShowsNoTextInTheSettingsThatIsNotInTheTemplate) {
   const ScopedLocale american("en_US", "q1");
   SettingsWindow& window = openSettings();
-  for (auto* toggle : window.findChildren<Switch*>()) toggle->click();
+  for (auto* toggle : childrenOf<Switch>(window)) toggle->click();
   EXPECT_GT(textsOf(window).size(), 40);
   EXPECT_EQ(untranslated(textsOf(window)).join("\n").toStdString(), "");
 }
@@ -143,7 +144,7 @@ TEST_F(LanguageTest, AsksNothingThatIsNotInTheTemplate) {
   const ScopedLocale american("en_US", "q1");
   SettingsWindow window(host);
   window.present();
-  window.findChild<Switch*>()->click();
+  childrenOf<Switch>(window).front()->click();
   host.centre.answerStatus(AuthorizationStatus::notDetermined);
   host.runLoop.drain();
   click(window, "Reset History");
@@ -167,7 +168,7 @@ TEST_F(LanguageTest, MirrorsThePopoverForALanguageWrittenFromRightToLeft) {
     return 0;
   };
   const int half = view.width() / 2;
-  EXPECT_GT(middle(view.findChild<RingView*>(), view), half);
+  EXPECT_GT(middle(childrenOf<RingView>(view).front(), view), half);
   EXPECT_GT(at("Temperature"), half);
   EXPECT_LT(at("°C"), half);
   EXPECT_GT(at("24"), at("days"));
@@ -191,8 +192,8 @@ TEST_F(LanguageTest, DrawsTheTimeFromLeftToRightInEveryLanguage) {
 TEST_F(LanguageTest, MirrorsTheSettingsForALanguageWrittenFromRightToLeft) {
   const ScopedLanguage american("en_US", "q2");
   SettingsWindow& window = openSettings();
-  const auto* toggle = window.findChild<Switch*>();
-  const auto* stepper = window.findChild<Stepper*>();
+  const auto* toggle = childrenOf<Switch>(window).front();
+  const auto* stepper = childrenOf<Stepper>(window).front();
   EXPECT_LT(middle(toggle, window), window.width() / 2);
   EXPECT_LT(middle(stepper, window), window.width() / 2);
   const auto buttons = stepper->findChildren<QAbstractButton*>();
@@ -220,7 +221,7 @@ TEST_F(LanguageTest, PutsHoursBeforeMinutesInEveryLanguage) {
 
 TEST_F(LanguageTest, StepsToTheSideWhereTheMoreIs) {
   const ScopedLanguage american("en_US", "q2");
-  auto* stepper = openSettings().findChild<Stepper*>();
+  auto* stepper = childrenOf<Stepper>(openSettings()).front();
   QTest::keyClick(stepper, Qt::Key_Left);
   EXPECT_EQ(host.store.integerForKey("limit"), 81);
   QTest::keyClick(stepper, Qt::Key_Right);
