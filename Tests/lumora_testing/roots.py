@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The Lumora authors
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Clean roots of Debian's releases, and commands run in copies of them that leave nothing behind."""
+"""Clean roots of Debian's releases, layers on top of them, and commands run in copies that leave nothing behind."""
 
 import dataclasses
 import os
@@ -139,81 +139,114 @@ def cache_for(base):
     return folder
 
 
+def enter(layers, scratch, inside, log=None, situation=None, cache=None):
+    """Run a command in a copy of these layers, the lowest last; its exit code. What it writes goes to scratch."""
+    situation = situation or Situation("as root")
+    base = layers[-1]
+    alone = ["setpriv", "--pdeathsig=KILL", "--", "unshare", "--mount", "--pid", "--ipc", "--fork", "--kill-child"]
+    into = [
+        HERE / "enter_root",
+        ":".join(map(str, layers)),
+        scratch,
+        FOLDER / f"{base.name}-archives",
+        "yes" if situation.shm else "no",
+        str(situation.loops),
+        cache or "",
+    ]
+    confined = AS_IN_A_CONTAINER if situation.container else []
+    with subprocess.Popen(
+        [*alone, *into, *confined, "chroot", ".", *inside],
+        stdin=subprocess.DEVNULL,
+        stdout=log,
+        stderr=subprocess.STDOUT if log else None,
+    ) as process:
+        try:
+            return process.wait()
+        except BaseException:
+            process.kill()
+            raise
+
+
+def shell_in(home, script, variables=()):
+    """The command that runs a script in a root, in a folder of it."""
+    return [
+        "env",
+        "-i",
+        f"HOME={home}",
+        "LANG=C.UTF-8",
+        f"PATH={PATH}",
+        *variables,
+        "bash",
+        "-c",
+        f"cd {home}\n{script}",
+    ]
+
+
+def reach(scratch):
+    """Have a copy of a root find the hosts that this machine finds."""
+    folder = scratch / "upper/system/etc"
+    folder.mkdir(parents=True, exist_ok=True)
+    for name in ("resolv.conf", "hosts"):
+        shutil.copy(f"/etc/{name}", folder / name)
+
+
+def layer(folder, below, script):
+    """What a script leaves that root runs on top of other layers, made where it is not there or was another."""
+    done = folder / "done"
+    if done.exists() and done.read_text(encoding="utf-8") == script:
+        return folder / "upper"
+    discard(folder)
+    reach(folder)
+    with open(folder.with_suffix(".log"), "w", encoding="utf-8") as log:
+        if enter(below, folder, shell_in("/root", f"set -e\n{script}"), log) != 0:
+            raise NoRoot(f"{folder.name} could not be made: see {log.name}")
+    done.write_text(script, encoding="utf-8")
+    return folder / "upper"
+
+
 class Root:
     """A copy of a clean root with a clone of the project in it, `with Root(...) as root`; then it is gone.
 
-    With a cache, what was compiled in a copy of it before is not compiled once more.
+    With a cache, what was compiled in a copy of it before is not compiled once more. Layers lie on top of the base.
     """
 
-    def __init__(self, base, situation, cache=None):
-        self._base = base
-        self._archives = FOLDER / f"{base.name}-archives"
+    def __init__(self, base, situation, cache=None, layers=(), scratch=FOLDER / "scratch"):
+        self._layers = [*layers, base]
         self._situation = situation
         self._cache = cache
-        self._scratch = FOLDER / "scratch"
+        self._scratch = scratch
 
     def __enter__(self):
         discard(self._scratch)
-        home = self._scratch / "upper/system/root"
+        home = self.file("root")
         home.mkdir(parents=True, mode=0o700)
         subprocess.run(["git", "clone", "--quiet", "--no-hardlinks", PROJECT, home / "lumora"], check=True)
-        for name in ("resolv.conf", "hosts"):
-            (self._scratch / "upper/system/etc").mkdir(exist_ok=True)
-            shutil.copy(f"/etc/{name}", self._scratch / "upper/system/etc" / name)
+        reach(self._scratch)
         return self
 
     def __exit__(self, *_):
         discard(self._scratch)
 
+    def file(self, path):
+        """Where on this machine a file lies that was written in the root."""
+        return self._scratch / "upper/system" / path
+
     def prepare(self, script, log):
         """Make the newcomer, and run a script as the one who owns the machine; its exit code."""
-        return self._enter("/root", f"set -e\n{NEWCOMER if self._situation.user else ''}\n{script}", log)
+        quiet = dataclasses.replace(self._situation, loops=0)
+        return self._enter("/root", f"set -e\n{NEWCOMER if self._situation.user else ''}\n{script}", log, quiet)
 
     def run(self, command, log):
         """Run a command in the clone, as the newcomer; its exit code."""
-        situation = self._situation
-        if situation.user:
-            return self._enter("/home/newcomer", f"cd lumora && {command}", log, situation.loops, AS_THE_NEWCOMER)
-        return self._enter("/root", f"cd lumora && {command}", log, situation.loops)
+        if self._situation.user:
+            return self._enter("/home/newcomer", f"cd lumora && {command}", log, self._situation, AS_THE_NEWCOMER)
+        return self._enter("/root", f"cd lumora && {command}", log, self._situation)
 
-    def _enter(self, home, script, log, loops=0, as_somebody=()):
-        situation = self._situation
-        alone = ["setpriv", "--pdeathsig=KILL", "--", "unshare", "--mount", "--pid", "--ipc", "--fork", "--kill-child"]
-        enter = [
-            HERE / "enter",
-            self._base,
-            self._scratch,
-            self._archives,
-            "yes" if situation.shm else "no",
-            str(loops),
-            self._cache or "",
-        ]
-        confined = AS_IN_A_CONTAINER if situation.container else []
+    def _enter(self, home, script, log, situation, as_somebody=()):
         # A build asks the kernel what it is on, and the kernel is not of that architecture.
-        as_its_own = ["setarch", "linux32"] if self._base.name.endswith("-i386") else []
-        inside = [
-            *as_its_own,
-            "env",
-            "-i",
-            f"HOME={home}",
-            "LANG=C.UTF-8",
-            f"PATH={PATH}",
-            *(CACHED if self._cache else []),
-            "bash",
-            "-c",
-            f"cd {home}\n{script}",
-        ]
-        with subprocess.Popen(
-            [*alone, *enter, *confined, "chroot", ".", *as_somebody, *inside],
-            stdin=subprocess.DEVNULL,
-            stdout=log,
-            stderr=subprocess.STDOUT,
-        ) as process:
-            try:
-                return process.wait()
-            except BaseException:
-                process.kill()
-                raise
+        as_its_own = ["setarch", "linux32"] if self._layers[-1].name.endswith("-i386") else []
+        inside = [*as_somebody, *as_its_own, *shell_in(home, script, CACHED if self._cache else [])]
+        return enter(self._layers, self._scratch, inside, log, situation, self._cache)
 
 
 def discard(folder):
@@ -225,6 +258,6 @@ def discard(folder):
 def needs(*programs):
     """What this machine lacks for it and for these programs, as one line, or nothing."""
     if os.geteuid() != 0:
-        return "only root can make roots: sudo Tests/Releases/run"
+        return "only root can make roots: run it with sudo"
     missing = [name for name in ("debootstrap", "git", "unshare", "setpriv", *programs) if not shutil.which(name)]
     return f"missing: {' '.join(missing)}" if missing else ""
