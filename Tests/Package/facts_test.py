@@ -75,7 +75,7 @@ class Facts(unittest.TestCase):
 
     def test_what_building_takes_on_debian(self):
         asked = field("Build-Depends", "Packaging/debian/control")
-        asked = {name.removesuffix(":any") for name in asked if not name.endswith("<!nocheck>")}
+        asked = {name.partition(":")[0] for name in asked if not name.endswith("<!nocheck>")}
         # Every build on Debian has a compiler.
         self.assertEqual(asked - {"debhelper-compat (= 13)"}, packages("Scripts/build.packages") - {"g++"})
 
