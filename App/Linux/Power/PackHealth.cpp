@@ -74,34 +74,33 @@ bool PackHealthReader::isDue(Seconds uptime) const {
 void PackHealthReader::read(Seconds uptime) {
   reading_ = true;
   readAt_ = uptime;
-  const auto healths = std::make_shared<Healths>();
+  const auto readings = std::make_shared<Readings>();
   for (const UPowerDevice& device : devices_) {
     const auto [known, isNew] = packs_.try_emplace(nameOf(device));
     awaited_ = awaited_ || isNew;
     known->second.isFull = isFull(device);
-    known->second.energyFull = device.energyFull;
-    known->second.energyFullDesign = device.energyFullDesign;
-    known->second.chargeCycles = device.chargeCycles;
-    healths->emplace(known->first, PackHealth{});
+    readings->emplace(known->first, Reading{.energyFull = device.energyFull,
+                                            .energyFullDesign = device.energyFullDesign,
+                                            .chargeCycles = device.chargeCycles});
   }
   runInBackground(
-      [folder = powerSupplies_, healths] {
-        for (auto& [name, health] : *healths) health = readPackHealth(folder / name);
+      [folder = powerSupplies_, readings] {
+        for (auto& [name, reading] : *readings) reading.health = readPackHealth(folder / name);
       },
-      lifetime_.guard([this, healths] { onRead(*healths); }));
+      lifetime_.guard([this, readings] { onRead(*readings); }));
   if (!awaited_) return;
   MainLoop().runAfter(kLongestWait, lifetime_.guard([this] {
     if (std::exchange(awaited_, false)) changed_();
   }));
 }
 
-void PackHealthReader::onRead(const Healths& healths) {
+void PackHealthReader::onRead(const Readings& readings) {
   reading_ = false;
   bool news = std::exchange(awaited_, false);
-  for (const auto& [name, health] : healths) {
-    PackHealth& known = packs_[name].health;
-    news = news || known != health;
-    known = health;
+  for (const auto& [name, reading] : readings) {
+    Reading& last = packs_[name].last;
+    news = news || last != reading;
+    last = reading;
   }
   if (news) changed_();
 }
@@ -109,13 +108,13 @@ void PackHealthReader::onRead(const Healths& healths) {
 void PackHealthReader::correct(UPowerDevice& device) const {
   const auto known = packs_.find(nameOf(device));
   if (known == packs_.end()) return;
-  const Pack& pack = known->second;
-  if (pack.energyFull != device.energyFull || pack.energyFullDesign != device.energyFullDesign ||
-      pack.chargeCycles != device.chargeCycles) {
+  const Reading& last = known->second.last;
+  if (last.energyFull != device.energyFull || last.energyFullDesign != device.energyFullDesign ||
+      last.chargeCycles != device.chargeCycles) {
     return;
   }
-  if (pack.health.share) device.energyFull = device.energyFullDesign * *pack.health.share;
-  if (pack.health.cycles) device.chargeCycles = *pack.health.cycles;
+  if (last.health.share) device.energyFull = device.energyFullDesign * *last.health.share;
+  if (last.health.cycles) device.chargeCycles = *last.health.cycles;
 }
 
 }  // namespace lumora

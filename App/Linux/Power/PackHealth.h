@@ -54,19 +54,24 @@ class PackHealthReader {
   void correct(UPowerDevice& device) const;
 
  private:
-  struct Pack {
-    bool isFull = false;
-    // UPower's figures when the kernel was asked.
+  /// What the kernel said, and what UPower had told when it was asked.
+  struct Reading {
     double energyFull = 0;
     double energyFullDesign = 0;
     std::int32_t chargeCycles = -1;
     PackHealth health;
+
+    bool operator==(const Reading&) const = default;
   };
-  using Healths = std::map<std::string, PackHealth>;
+  struct Pack {
+    bool isFull = false;
+    Reading last;
+  };
+  using Readings = std::map<std::string, Reading>;  ///< By the kernel's name.
 
   bool isDue(Seconds uptime) const;
   void read(Seconds uptime);
-  void onRead(const Healths& healths);
+  void onRead(const Readings& readings);
 
   std::filesystem::path powerSupplies_;
   std::function<void()> changed_;

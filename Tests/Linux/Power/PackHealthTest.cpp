@@ -138,6 +138,21 @@ TEST_F(PackHealthTest, BelievesUPowerWhenItHasReadAnew) {
   EXPECT_EQ(corrected(other), other);
 }
 
+TEST_F(PackHealthTest, BelievesUPowerWhileTheKernelTakesItsTime) {
+  kernel({{"energy_full", "42500000"}, {"energy_full_design", "50000000"}});
+  take(battery(), 100);
+  EXPECT_TRUE(waitFor([&] { return changes == 1; }));
+  UPowerDevice worn = battery();
+  worn.energyFull = 39;
+  worn.state = UPowerDevice::State::fullyCharged;
+  std::filesystem::remove(pack / "energy_full");
+  ASSERT_EQ(mkfifo((pack / "energy_full").c_str(), 0600), 0);
+  take(worn, 101);
+  EXPECT_EQ(corrected(worn).energyFull, 39);
+  std::ofstream(pack / "energy_full") << "38500000\n";
+  EXPECT_TRUE(becomes(worn, 38.5));
+}
+
 TEST_F(PackHealthTest, ReadsOnceAnHour) {
   EXPECT_TRUE(readsAt(battery(), 100));
   EXPECT_FALSE(readsAt(battery(), 101));
