@@ -143,6 +143,7 @@ class FitTest : public testing::TestWithParam<double> {
     for (auto* button : view->findChildren<QAbstractButton*>()) {
       if (button->isCheckable() && !button->autoExclusive()) button->click();
     }
+    QApplication::processEvents();
     // As high as it wants to be: on a low screen it scrolls.
     view->resize(view->width(), view->layout()->totalHeightForWidth(view->width()));
     return view;
