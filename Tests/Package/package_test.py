@@ -92,7 +92,9 @@ class Package(unittest.TestCase):
 
     def test_lintian_has_nothing_to_say(self):
         (changes,) = self.built.glob("*.changes")
-        told = output("lintian", "--allow-root", "--pedantic", "--display-info", "--fail-on", "none", changes)
+        # Older releases do not know today's policy.
+        options = ["--pedantic", "--display-info", "--suppress-tags", "newer-standards-version", "--fail-on", "none"]
+        told = output("lintian", "--allow-root", *options, changes)
         self.assertEqual(told, "")
 
     def test_its_dependencies_were_found(self):
