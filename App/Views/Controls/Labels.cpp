@@ -102,8 +102,6 @@ void layOutPair(QBoxLayout& row, const QLabel& first, QWidget& second, int width
   const bool fits = taken + second.sizeHint().width() <= width;
   row.setDirection(fits ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
   row.setAlignment(&second, fits ? Qt::AlignBottom : Qt::AlignRight);
-  // The layout around it would not hear of it where this one has been asked for its size meanwhile.
-  row.parentWidget()->updateGeometry();
 }
 
 }  // namespace lumora

@@ -13,6 +13,7 @@
 #include "Views/Popover/RingView.h"
 
 #include <QAccessibleWidget>
+#include <QCoreApplication>
 #include <QEvent>
 #include <QFrame>
 #include <QHBoxLayout>
@@ -49,6 +50,18 @@ QStringList rangeTitles() {
   const char* days = translatedIn("chart", "%1$s days");
   return {QString::fromStdString(filled(hours, {numberText(24)})),
           QString::fromStdString(filled(days, {numberText(kWeek)}))};
+}
+
+/// What a layout needs is known to the one around it only a turn of the loop later, unless somebody
+/// asks from the inmost outwards.
+void settle(QWidget& widget) {
+  for (QObject* child : widget.children()) {
+    if (child->isWidgetType()) settle(*static_cast<QWidget*>(child));
+  }
+  if (widget.layout() == nullptr) return;
+  widget.layout()->invalidate();
+  widget.layout()->activate();
+  QCoreApplication::removePostedEvents(&widget, QEvent::LayoutRequest);
 }
 
 /// What a screen reader takes the popover for.
@@ -203,6 +216,11 @@ QWidget* PopoverView::makeFooter() {
   layout->addStretch();
   layout->addWidget(quit);
   return widget;
+}
+
+int PopoverView::wantedHeight() {
+  settle(*this);
+  return heightForWidth(width());
 }
 
 void PopoverView::showEvent(QShowEvent* event) {

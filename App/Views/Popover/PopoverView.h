@@ -33,6 +33,9 @@ class PopoverView : public QWidget, private QAccessible::ActivationObserver {
   /// Shows what the model says now. A view that is to be shown can be measured then.
   void updateContent();
 
+  /// In pixels, for all that is shown.
+  int wantedHeight();
+
  protected:
   void showEvent(QShowEvent* event) override;
   void changeEvent(QEvent* event) override;

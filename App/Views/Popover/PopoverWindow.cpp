@@ -48,18 +48,6 @@ std::optional<Screen> screenAt(const std::optional<ScreenPoint>& click) {
   return Screen{rectOf(screen->geometry()), rectOf(freeGeometry(*screen))};
 }
 
-/// What a layout needs is known to the one around it only a turn of the loop later, unless somebody
-/// asks from the inmost outwards.
-void settle(QWidget& widget) {
-  for (QObject* child : widget.children()) {
-    if (child->isWidgetType()) settle(*static_cast<QWidget*>(child));
-  }
-  if (widget.layout() == nullptr) return;
-  widget.layout()->invalidate();
-  widget.layout()->activate();
-  QCoreApplication::removePostedEvents(&widget, QEvent::LayoutRequest);
-}
-
 /// Both in one step: one after the other they would be seen as a jump.
 void setFixedGeometry(QWidget& window, const QRect& geometry) {
   window.setMinimumSize(0, 0);
@@ -163,8 +151,7 @@ QRect PopoverWindow::popover() const {
 /// As large as its content, and no higher than the screen; where it belongs.
 void PopoverWindow::fit() {
   const auto screen = screenAt(click_);
-  settle(*view_);
-  const int wanted = view_->heightForWidth(view_->width());
+  const int wanted = view_->wantedHeight();
   const int height = screen ? popoverHeight(wanted, *screen) : wanted;
   const int scrollBar = height < wanted ? scroll_->verticalScrollBar()->sizeHint().width() : 0;
   view_->resize(view_->width(), wanted);

@@ -29,7 +29,7 @@ class PopoverLayoutTest : public ViewTest {
   /// As high as it needs to be.
   PopoverView& open() {
     ViewTest::open();
-    view->resize(view->width(), view->heightForWidth(view->width()));
+    view->resize(view->width(), view->wantedHeight());
     QCoreApplication::processEvents();
     return *view;
   }
@@ -287,7 +287,7 @@ TEST_F(PopoverLayoutTest, IsNoHigherForDaysThatLieAhead) {
     click("Daily summary");
     QCoreApplication::processEvents();
     EXPECT_TRUE(texts().contains("Tue 24")) << texts().join('|').toStdString();
-    const int needed = view->heightForWidth(view->width());
+    const int needed = view->wantedHeight();
     view.reset();
     return needed;
   };
@@ -324,7 +324,7 @@ TEST_F(PopoverLayoutTest, KeepsTheColumnsOfTheTableApart) {
     open();
     click("Daily summary");
     QCoreApplication::processEvents();
-    view->resize(view->width(), view->heightForWidth(view->width()));
+    view->resize(view->width(), view->wantedHeight());
     QCoreApplication::processEvents();
     const QList<Cell> cells = cellsOf(*view);
     const QImage image = picture(*view);
