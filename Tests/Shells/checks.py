@@ -1,0 +1,401 @@
+# SPDX-FileCopyrightText: 2026 The Lumora authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""What is looked at on every desktop, in the order in which it is done and told."""
+
+import time
+
+from desktop import NotSeen
+from lumora_testing.remote import wait_for
+
+CHECKS = {}
+# Of text on its ground, as the Web Content Accessibility Guidelines count it.
+LEGIBLE = 4.5
+# As long as something may take that does not happen.
+SECONDS_OF_NOTHING = 3
+
+
+def check(title):
+    """A check by its name, with the title of its line in the table."""
+
+    def kept(function):
+        CHECKS[function.__name__.replace("_", "-")] = title, function
+        return function
+
+    return kept
+
+
+@check("Item there after every start")
+def starts(tour):
+    for _ in range(tour.times):
+        tour.end_lumora()
+        tour.start_lumora()
+        tour.wait_for_item()
+    tour.keep_item("item")
+    return f"{tour.times} of {tour.times}"
+
+
+@check("Item there after every restart of the shell or its panel")
+def restarts(tour):
+    for _ in range(tour.times):
+        tour.desktop.restart_shell()
+        tour.wait_for_item()
+    return f"{tour.times} of {tour.times}"
+
+
+@check("Item there after every unlock")
+def locks(tour):
+    for _ in range(tour.times):
+        tour.desktop.lock()
+        tour.desktop.unlock()
+        tour.wait_for_item()
+    return f"{tour.times} of {tour.times}"
+
+
+def legible_on(tour, dark):
+    """The strongest contrast in the item against its ground."""
+    tour.desktop.set_panel_dark(dark)
+    try:
+        tour.still()
+        name = f"panel-{'dark' if dark else 'light'}"
+        picture = tour.keep_item(name)
+        ratio, ground = picture_contrast(picture, tour.desktop.item())
+        if (ground < 0.2) != dark:
+            raise NotSeen(f"the panel's luminance is {ground:.2f}")
+        if ratio < LEGIBLE:
+            raise NotSeen(f"contrast {ratio:.1f}")
+        return f"contrast {ratio:.1f}"
+    finally:
+        tour.desktop.set_panel_dark(True)
+
+
+@check("Legible on a dark panel")
+def dark_panel(tour):
+    return legible_on(tour, True)
+
+
+@check("Legible on a light panel")
+def light_panel(tour):
+    return legible_on(tour, False)
+
+
+@check("Tooltip")
+def tooltip(tour):
+    tour.still()
+    before = tour.desktop.picture()
+    tour.desktop.hover()
+    tour.wait_for_change(before, "a tooltip")
+    tour.still()
+    tour.keep("tooltip")
+
+
+def what_comes(tour, button):
+    """What opens by a click with that button, closed again."""
+    tour.desktop.click(*tour.desktop.item().middle, button=button)
+    try:
+        found = wait_for(lambda: tour.open_thing(), "something to open", 10)
+    except TimeoutError:
+        raise NotSeen("nothing opens") from None
+    tour.still()
+    tour.keep(f"click-{button}")
+    tour.close_everything()
+    return found
+
+
+@check("Left click")
+def left_click(tour):
+    return f"opens the {what_comes(tour, 1)}"
+
+
+@check("Middle click")
+def middle_click(tour):
+    return f"opens the {what_comes(tour, 2)}"
+
+
+@check("Right click")
+def right_click(tour):
+    found = what_comes(tour, 3)
+    if found != "menu":
+        raise NotSeen(f"opens the {found}")
+    return "opens the menu"
+
+
+@check("Popover at the tray")
+def popover_at_tray(tour):
+    box = tour.open_popover()
+    tour.keep("popover")
+    item = tour.desktop.item()
+    if not box.left - box.width < item.middle[0] < box.right + box.width:
+        raise NotSeen(f"{abs(box.middle[0] - item.middle[0])} pixels to the side of the item")
+    gap = max(box.top - item.bottom, item.top - box.bottom)
+    if gap > 60:
+        raise NotSeen(f"{gap} pixels from the item, opened by {tour.desktop.opens_with}")
+    return f"opened by {tour.desktop.opens_with}"
+
+
+@check("Popover has the keyboard")
+def popover_focused(tour):
+    tour.open_popover()
+    wait_for(tour.desktop.popover_focused, "the focus", 10)
+
+
+@check("Esc closes it")
+def closes_by_escape(tour):
+    tour.open_popover()
+    tour.desktop.key("Escape")
+    tour.wait_until_closed()
+
+
+@check("A second click on the item closes it")
+def closes_by_second_click(tour):
+    tour.open_popover()
+    tour.let_double_click_pass()
+    tour.desktop.open_popover()
+    tour.wait_until_closed()
+    time.sleep(SECONDS_OF_NOTHING)
+    if tour.desktop.popover():
+        raise NotSeen("it comes back")
+
+
+@check("A click on the wallpaper closes it")
+def closes_by_wallpaper(tour):
+    tour.open_popover()
+    tour.desktop.click(*tour.desktop.wallpaper())
+    tour.wait_until_closed()
+
+
+@check("A click on the panel closes it")
+def closes_by_panel(tour):
+    tour.open_popover()
+    tour.desktop.click(*tour.desktop.bare_panel())
+    tour.wait_until_closed()
+
+
+@check("A click into another window closes it")
+def closes_by_window(tour):
+    with tour.other_window() as box:
+        popover = tour.open_popover()
+        tour.keep("popover-over-window")
+        x = box.left + 40 if popover.left > box.left + 60 else box.right - 40
+        tour.desktop.click(x, box.bottom - 40)
+        tour.wait_until_closed()
+
+
+# The lines of the menu that can be chosen, counted from the top.
+SNOOZE = 2
+
+
+@check("Menu true after each change of the battery")
+def menu_true(tour):
+    looks = set()
+    changes = (55, False), (19, False), (19, True), (82, True)
+    for percent, charging in changes:
+        tour.battery(percent, charging)
+        looks.add(tour.open_menu())
+        tour.wait_for_line(f"{percent}%")
+        if charging:
+            tour.wait_for_line("harging")
+        tour.keep(f"menu-{percent}-{'charging' if charging else 'on-battery'}")
+        tour.close_everything()
+    if len(looks) < len(changes):
+        raise NotSeen("it looks the same")
+    return "" if tour.desktop.menu() is not None else "by its looks"
+
+
+@check("Menu true after “Snooze 1 hour”")
+def menu_after_snooze(tour):
+    before = tour.open_menu()
+    tour.choose("Snooze 1 hour", SNOOZE)
+    wait_for(lambda: tour.lumora.settings().get("snoozeUntil"), "the snooze", 10)
+    if tour.open_menu() == before:
+        raise NotSeen("it looks the same")
+    tour.wait_for_line("End snooze")
+    tour.keep("snoozed")
+    tour.choose("End snooze", SNOOZE)
+    wait_for(lambda: not tour.lumora.settings().get("snoozeUntil"), "the end of the snooze", 10)
+
+
+@check("Settings fit a screen of 1366 × 768")
+def settings_fit(tour):
+    box = tour.open_settings()
+    tour.keep("settings")
+    width, height = tour.desktop.screen
+    if box.left < 0 or box.top < 0 or box.right > width or box.bottom > height:
+        raise NotSeen(f"{box} on {width} × {height}")
+    return f"{box.width} × {box.height}"
+
+
+def ground_of(tour, box):
+    """The most frequent colour of an area, which is what the rest lies on."""
+    return most_frequent(tour.desktop.picture(), box)
+
+
+@check("Light and dark followed live")
+def dark(tour):
+    box = tour.open_settings()
+    try:
+        tour.desktop.set_dark(True)
+        wait_for(lambda: luminance(ground_of(tour, box)) < 0.1, "a dark window", 20)
+        tour.still()
+        tour.keep("settings-dark")
+        worst_of(tour, box)
+        tour.desktop.set_dark(False)
+        wait_for(lambda: luminance(ground_of(tour, box)) > 0.7, "a light window", 20)
+        tour.close_everything()
+        tour.open_popover()
+        tour.desktop.set_dark(True)
+        wait_for(lambda: luminance(ground_of(tour, tour.desktop.popover())) < 0.1, "a dark popover", 20)
+        tour.still()
+        tour.keep("popover-dark")
+    finally:
+        tour.desktop.set_dark(False)
+
+
+def worst_of(tour, box):
+    """Something in it must be as light as text on the dark."""
+    ratio, _ = picture_contrast(tour.desktop.picture(), box)
+    if ratio < LEGIBLE:
+        raise NotSeen(f"contrast {ratio:.1f} after the change")
+
+
+@check("Accent followed live")
+def accent(tour):
+    box = tour.open_settings()
+    try:
+        for number in (0, 1):
+            wanted = tour.desktop.set_accent(number)
+            wait_for(lambda: has_color(tour.desktop.picture(), box, wanted), f"the accent {wanted}", 20)  # noqa: B023
+            tour.keep(f"settings-accent-{number}")
+    finally:
+        tour.desktop.set_accent(0)
+
+
+@check("Text size followed live")
+def text_size(tour):
+    before = tour.open_popover()
+    try:
+        tour.desktop.set_text_size(1.5)
+        wait_for(lambda: (box := tour.desktop.popover()) and box.height > before.height, "a higher popover", 20)
+        tour.still()
+        tour.keep("popover-large-text")
+    finally:
+        tour.desktop.set_text_size(1.0)
+    wait_for(lambda: tour.desktop.popover().height == before.height, "the popover as it was", 20)
+
+
+@check("Scale followed live")
+def scale(tour):
+    before = tour.open_popover()
+    try:
+        tour.desktop.set_scale(2.0)
+        wait_for(lambda: (box := tour.desktop.popover()) and box.width >= 1.9 * before.width, "a larger popover", 20)
+        tour.still()
+        tour.keep("popover-scaled")
+        box, (width, height) = tour.desktop.popover(), tour.desktop.screen
+        if box.left < 0 or box.top < 0 or box.right > width or box.bottom > height:
+            raise NotSeen(f"{box} reaches beyond the screen")
+    finally:
+        tour.desktop.set_scale(1.0)
+
+
+@check("Reminders shown with button, icon and name")
+def reminders(tour):
+    for name, change in tour.reminders():
+        tour.desktop.clear_notifications()
+        change()
+        shown = wait_for(lambda: tour.shown(name), f"“{name}”", 30)  # noqa: B023
+        tour.still()
+        tour.keep("reminder-" + name.lower().replace(" ", "-"))
+        if "Snooze 1 hour" not in shown.buttons:
+            raise NotSeen(f"“{name}” has the buttons {shown.buttons}")
+        if shown.application != "Lumora":
+            raise NotSeen(f"“{name}” is said to be of “{shown.application}”")
+        if "umora" not in shown.icon:
+            raise NotSeen(f"“{name}” has the icon “{shown.icon}”")
+
+
+@check("A reminder replaces the one before")
+def replaced(tour):
+    tour.desktop.clear_notifications()
+    for _ in range(2):
+        tour.battery(30, charging=False)
+        tour.battery(15, charging=False)
+        wait_for(lambda: tour.shown("Low battery"), "the reminder", 30)
+    titles = [each.title for each in tour.desktop.notifications()]
+    if titles.count("Low battery") != 1:
+        raise NotSeen(f"{titles}")
+
+
+@check("Snoozed by the button of a reminder")
+def snoozed_by_button(tour):
+    tour.desktop.clear_notifications()
+    tour.battery(60, charging=False)
+    tour.battery(15, charging=False)
+    shown = wait_for(lambda: tour.shown("Low battery"), "the reminder", 30)
+    tour.desktop.press(shown, "Snooze 1 hour")
+    wait_for(lambda: tour.lumora.settings().get("snoozeUntil"), "the snooze", 10)
+
+
+@check("Do Not Disturb respected")
+def do_not_disturb(tour):
+    tour.desktop.clear_notifications()
+    tour.battery(70, charging=True)
+    tour.desktop.set_do_not_disturb(True)
+    try:
+        tour.still()
+        tour.laptop.clear_sounds()
+        tour.battery(85, charging=True)
+        time.sleep(SECONDS_OF_NOTHING)
+        tour.keep("do-not-disturb")
+        if any(each.banner for each in tour.desktop.notifications()):
+            raise NotSeen("a reminder of the charge limit is shown")
+        told = "silent" if not tour.laptop.sounds() else "with a sound"
+        tour.battery(60, charging=False)
+        tour.battery(15, charging=False)
+        time.sleep(SECONDS_OF_NOTHING)
+        low = [each for each in tour.desktop.notifications() if each.banner]
+        tour.keep("do-not-disturb-low")
+        return f"{told}; a low battery is {'shown all the same' if low else 'not shown either'}"
+    finally:
+        tour.desktop.set_do_not_disturb(False)
+
+
+def luminance(color):
+    """Of a colour of three bytes, from 0 to 1."""
+    parts = [value / 255 for value in color]
+    linear = [value / 12.92 if value <= 0.04045 else ((value + 0.055) / 1.055) ** 2.4 for value in parts]
+    return 0.2126 * linear[0] + 0.7152 * linear[1] + 0.0722 * linear[2]
+
+
+def colors(picture, box):
+    """How often each colour is in an area."""
+    found = {}
+    for row in picture.area(*box.corners):
+        for at in range(0, len(row), 3):
+            color = row[at : at + 3]
+            found[color] = found.get(color, 0) + 1
+    return found
+
+
+def most_frequent(picture, box):
+    """The colour that an area has most of."""
+    found = colors(picture, box)
+    return max(found, key=found.get)
+
+
+def picture_contrast(picture, box):
+    """The strongest contrast of an area against its most frequent colour, and the luminance of that."""
+    found = colors(picture, box)
+    ground = luminance(max(found, key=found.get))
+    ratios = [contrast(ground, luminance(color)) for color in found]
+    return max(ratios), ground
+
+
+def contrast(one, other):
+    """Of two luminances."""
+    return (max(one, other) + 0.05) / (min(one, other) + 0.05)
+
+
+def has_color(picture, box, wanted):
+    """Whether an area shows a colour, or one that nobody tells from it, in more than a line."""
+    found = colors(picture, box)
+    return sum(count for color, count in found.items() if all(abs(a - b) <= 12 for a, b in zip(color, wanted))) > 100

@@ -1,0 +1,276 @@
+# SPDX-FileCopyrightText: 2026 The Lumora authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""GNOME Shell with its AppIndicator extension, without a screen: its own script engine tells and does everything."""
+
+import json
+import os
+import pathlib
+import subprocess
+
+from gi.repository import GLib
+
+from desktop import Box, CannotBe, Desktop, MenuLine, Notification, NotSeen, Window, end
+from lumora_testing.remote import wait_for
+from lumora_testing.screen import Picture
+
+SHELL = "org.gnome.Shell"
+UUID = "lumora@tests"
+EXTENSIONS = [UUID, "ubuntu-appindicators@ubuntu.com"]
+INTERFACE = "org.gnome.desktop.interface"
+DISPLAYS = "org.gnome.Mutter.DisplayConfig"
+# What the two accents are in the shell's own style.
+ACCENTS = {"blue": (53, 132, 228), "orange": (237, 91, 0)}
+# The shell lends its script engine and its pictures to nobody but an extension.
+EXTENSION = """
+const open = () => { global.context.unsafe_mode = true; };
+"""
+FORMER_EXTENSION = EXTENSION + "function init() {} function enable() { open(); } function disable() {}\n"
+MODULE_EXTENSION = EXTENSION + "export default class { enable() { open(); } disable() {} }\n"
+PRELUDE = """
+(() => {
+  const {Clutter, GLib, St} = imports.gi;
+  const box = actor => {
+    const [x, y] = actor.get_transformed_position(), [width, height] = actor.get_transformed_size();
+    // What was not laid out yet has none.
+    return width > 0 ? [x, y, width, height] : null;
+  };
+  const all = actor => actor ? [actor, ...actor.get_children().flatMap(all)] : [];
+  const texts = actor => all(actor).filter(a => a instanceof St.Label && a.mapped && a.text).map(a => a.text);
+  const item = () => Object.entries(Main.panel.statusArea)
+    .filter(([name, area]) => name.startsWith('appindicator-') && area.mapped).map(([_, area]) => area)[0];
+  const seat = (global.stage.context?.get_backend?.() ?? Clutter.get_default_backend()).get_default_seat();
+  const devices = globalThis.lumoraDevices ??= {
+    pointer: seat.create_virtual_device(Clutter.InputDeviceType.POINTER_DEVICE),
+    keys: seat.create_virtual_device(Clutter.InputDeviceType.KEYBOARD_DEVICE),
+  };
+  const now = () => GLib.get_monotonic_time();
+"""
+
+
+class Gnome(Desktop):
+    """See Desktop."""
+
+    name = "GNOME"
+    opens_with = "a double click"
+    _factor = 1  # as many pixels of the picture are one of the shell's
+    environment = {
+        "XDG_SESSION_TYPE": "wayland",
+        "XDG_SESSION_CLASS": "user",
+        "XDG_CURRENT_DESKTOP": "GNOME",
+        "XDG_SESSION_DESKTOP": "gnome",
+        "DESKTOP_SESSION": "gnome",
+        "LIBGL_ALWAYS_SOFTWARE": "1",
+        "WAYLAND_DISPLAY": "wayland-0",
+    }
+
+    def start(self):
+        told = subprocess.check_output(["gnome-shell", "--version"], text=True)
+        self.name = told.split(".")[0].replace("GNOME Shell", "GNOME").strip()
+        self._version = int(self.name.split()[-1])
+        folder = pathlib.Path(os.environ["XDG_DATA_HOME"]) / "gnome-shell/extensions" / UUID
+        folder.mkdir(parents=True)
+        metadata = {
+            "uuid": UUID,
+            "name": "Lumora's tests",
+            "description": "Lets the tests in",
+            "shell-version": [str(self._version)],
+            "session-modes": ["user", "unlock-dialog"],
+        }
+        (folder / "metadata.json").write_text(json.dumps(metadata))
+        (folder / "extension.js").write_text(FORMER_EXTENSION if self._version < 45 else MODULE_EXTENSION)
+        super().start()
+
+    def start_shell(self):
+        self._set("org.gnome.shell", "disable-user-extensions", "false")
+        self._set("org.gnome.shell", "enabled-extensions", str(EXTENSIONS))
+        self._set("org.gnome.shell", "welcome-dialog-last-shown-version", "999")
+        self._set(INTERFACE, "enable-animations", "false")
+        self._set("org.gnome.desktop.session", "idle-delay", "0")
+        # Pictures of the wallpaper show what is transparent.
+        width, height = self.screen
+        self._shell = self.spawn(
+            "shell", "gnome-shell", "--wayland", "--headless", "--virtual-monitor", f"{width}x{height}"
+        )
+        wait_for(self._answers, "GNOME Shell")
+        for name in ("DISPLAY", "XAUTHORITY"):
+            if value := self._script(f"return GLib.getenv('{name}');"):
+                os.environ[name] = value
+        self.tell_bus("WAYLAND_DISPLAY", "DISPLAY", "XAUTHORITY", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE")
+        # It begins in the overview where no window is.
+        self._script("Main.overview.hide(); return 1;")
+        wait_for(lambda: not self._script("return Main.overview.visible;"), "the desktop")
+
+    def restart_shell(self):
+        end(self._shell)
+        self.start_shell()
+
+    def lock(self):
+        self._script("Main.sessionMode.pushMode('unlock-dialog'); return 1;")
+        wait_for(lambda: self.item() is None, "the panel of the lock")
+
+    def unlock(self):
+        self._script("Main.sessionMode.popMode('unlock-dialog'); return 1;")
+
+    def picture(self):
+        file = self.folder / "screen.png"
+        self.call(
+            f"{SHELL}.Screenshot",
+            "/org/gnome/Shell/Screenshot",
+            f"{SHELL}.Screenshot",
+            "Screenshot",
+            "(bbs)",
+            False,
+            False,
+            str(file),
+        )
+        return Picture(["convert", str(file), "-depth", "8", "ppm:-"])
+
+    def item(self):
+        found = self._script("const area = item(); return area ? box(area) : null;")
+        return self._box(found) if found else None
+
+    def item_text(self):
+        return " ".join(self._script("return texts(item());"))
+
+    def windows(self):
+        told = self._script(
+            """return global.get_window_actors().map(actor => actor.meta_window).filter(w => !w.minimized).map(w => {
+                 const r = w.get_frame_rect();
+                 return {title: w.get_title() ?? '', box: [r.x, r.y, r.width, r.height], focused: w.has_focus()}; });"""
+        )
+        return [Window(each["title"], self._box(each["box"]), each["focused"]) for each in told]
+
+    def menu(self):
+        told = self._script(
+            """const menu = item()?.menu;
+               if (!menu?.isOpen) return [];
+               return menu._getMenuItems().filter(line => line.mapped).map(line => ({
+                 text: texts(line).join(' '), box: box(line)})).filter(line => line.text && line.box);"""
+        )
+        return [MenuLine(line["text"], self._box(line["box"])) for line in told]
+
+    def notifications(self):
+        told = self._script(
+            """const shown = texts(Main.messageTray._bannerBin);
+               return Main.messageTray.getSources().flatMap(source => source.notifications.map(n => ({
+                 title: n.title ?? '', body: n.body ?? n.bannerBodyText ?? '',
+                 buttons: n.actions.map(action => action.label), application: source.title ?? '',
+                 icon: (n.gicon ?? source.icon)?.to_string() ?? '', banner: shown.includes(n.title)})));"""
+        )
+        return [Notification(**{**each, "buttons": tuple(each["buttons"])}) for each in told]
+
+    def move(self, x, y):
+        self._script(f"devices.pointer.notify_absolute_motion(now(), {self._own(x)}, {self._own(y)}); return 1;")
+
+    def click(self, x, y, button=1):
+        self.move(x, y)
+        self._script(f"for (const down of [1, 0]) devices.pointer.notify_button(now(), {button}, down); return 1;")
+
+    def key(self, name):
+        self._script(
+            f"for (const down of [1, 0]) devices.keys.notify_keyval(now(), Clutter.KEY_{name}, down); return 1;"
+        )
+
+    def hover(self):
+        raise CannotBe("GNOME shows none for items")
+
+    def set_panel_dark(self, dark):
+        if not dark:
+            raise CannotBe("GNOME's panel is always dark")
+
+    def bare_panel(self):
+        return self.screen[0] // 4, self.item().middle[1]
+
+    def open_popover(self):
+        self.click(*self.item().middle)
+        self.click(*self.item().middle)
+
+    def press(self, notification, label):
+        """The banner unfolds its buttons below the mouse."""
+        wait_for(lambda: self._banner(), "the banner")
+        self.move(*self._banner().middle)
+        wanted = json.dumps(label)
+        found = wait_for(
+            lambda: self._script(
+                f"""const buttons = all(Main.messageTray._bannerBin).filter(a => a instanceof St.Button && a.mapped);
+                    const found = buttons.filter(b => b.label === {wanted} || texts(b).includes({wanted}))[0];
+                    return found ? box(found) : null;"""
+            ),
+            f"the button {label}",
+        )
+        self.click(*self._box(found).middle)
+
+    def _banner(self):
+        found = self._script("const b = Main.messageTray._banner; return b?.mapped ? box(b.actor ?? b) : null;")
+        return self._box(found) if found else None
+
+    def clear_notifications(self):
+        self._script(
+            "Main.messageTray.getSources().forEach(s => [...s.notifications].forEach(n => n.destroy())); return 1;"
+        )
+
+    def set_dark(self, dark):
+        self._set(INTERFACE, "color-scheme", "prefer-dark" if dark else "default")
+
+    def set_accent(self, number):
+        if self._version < 47:
+            raise CannotBe("GNOME has accents from 47 on")
+        name = list(ACCENTS)[number]
+        self._set(INTERFACE, "accent-color", name)
+        return ACCENTS[name]
+
+    def set_text_size(self, factor):
+        self._set(INTERFACE, "text-scaling-factor", str(factor))
+
+    def set_scale(self, factor):
+        serial, monitors, _, _ = self.call(DISPLAYS, "/org/gnome/Mutter/DisplayConfig", DISPLAYS, "GetCurrentState")
+        (connector, *_), modes, _ = monitors[0]
+        mode = next(each[0] for each in modes if each[6].get("is-current"))
+        monitor = (0, 0, factor, 0, True, [(connector, mode, {})])
+        temporary = 1
+        self.call(
+            DISPLAYS,
+            "/org/gnome/Mutter/DisplayConfig",
+            DISPLAYS,
+            "ApplyMonitorsConfig",
+            "(uua(iiduba(ssa{sv}))a{sv})",
+            serial,
+            temporary,
+            [monitor],
+            {},
+        )
+        self._factor = self.picture().width / self._script("return global.stage.width;")
+
+    def set_do_not_disturb(self, wanted):
+        self._set("org.gnome.desktop.notifications", "show-banners", "false" if wanted else "true")
+
+    @staticmethod
+    def _set(schema, key, value):
+        subprocess.run(["gsettings", "set", schema, key, value], check=True)
+
+    def _answers(self):
+        if self._shell.poll() is not None:
+            raise NotSeen("GNOME Shell ended")
+        try:
+            return self._script("return 1;", seconds=5) == 1
+        except GLib.Error:
+            return False
+
+    def _script(self, body, seconds=60):
+        """Run a function's body in the shell; what it returns."""
+        good, told = self.call(
+            SHELL, "/org/gnome/Shell", SHELL, "Eval", "(s)", f"{PRELUDE}\n{body}\n}})()", seconds=seconds
+        )
+        if not good:
+            raise GLib.Error(told)
+        return json.loads(told) if told else None
+
+    def _box(self, values):
+        return Box(*(round(value * self._factor) for value in values))
+
+    def _own(self, value):
+        """A coordinate of the picture as the shell counts it."""
+        return round(value / self._factor)
+
+
+DESKTOP = Gnome

@@ -1,0 +1,43 @@
+# SPDX-FileCopyrightText: 2026 The Lumora authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The results of all desktops as a table, and where it stands in the documentation."""
+
+import json
+
+from lumora_testing.documents import put
+from lumora_testing.roots import PROJECT
+
+PAGE = PROJECT / "Docs" / "Desktops.md"
+
+
+def results(folder):
+    """Where, what the desktop calls itself, and what came of each check, for each that there is."""
+    for file in sorted(folder.glob("*/results.json")):
+        told = json.loads(file.read_text(encoding="utf-8"))
+        if told["checks"]:
+            yield f"{told['desktop']} on {file.parent.name.split('-')[0]}", told["checks"]
+
+
+def tell(folder):
+    """One line for each check of one desktop."""
+    told = json.loads((folder / "results.json").read_text(encoding="utf-8"))
+    for name, result in told["checks"].items():
+        print(f"{folder.name}, {name}: {result['outcome']}  {result['remark']}")
+    print(f"{folder}/pictures", flush=True)
+
+
+def cell(result):
+    """What the table says of a check."""
+    if not result:
+        return ""
+    words = "yes" if result["outcome"] == "seen" else result["outcome"]
+    return f"{words}: {result['remark']}" if result["remark"] else words
+
+
+def write(folder):
+    """Put the table into the documentation, one column for each desktop."""
+    found = list(results(folder))
+    titles = {name: result["title"] for _, checks in found for name, result in checks.items()}
+    lines = [["", *(where for where, _ in found)], ["---"] * (len(found) + 1)]
+    lines += [[title, *(cell(checks.get(name)) for _, checks in found)] for name, title in titles.items()]
+    put(PAGE, "desktops", "\n".join("| " + " | ".join(line) + " |" for line in lines))

@@ -1,0 +1,282 @@
+#!/usr/bin/python3
+# SPDX-FileCopyrightText: 2026 The Lumora authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Goes through the checks on one desktop: tour.py DESKTOP [--times N] [PART OF A CHECK'S NAME...]
+
+Runs in the simulated laptop, as an ordinary user, with Lumora installed. Leaves results/results.json, a picture of
+every check, and logs.
+"""
+
+import argparse
+import contextlib
+import importlib
+import json
+import os
+import pathlib
+import subprocess
+import sys
+import time
+import traceback
+
+sys.dont_write_bytecode = True
+HERE = pathlib.Path(__file__).resolve().parent
+RESULTS = pathlib.Path("results").resolve()
+os.environ["LUMORA_PICTURES"] = str(RESULTS / "pictures")
+sys.path.insert(0, str(HERE))
+
+from gi.repository import GLib  # noqa: E402
+
+from checks import CHECKS  # noqa: E402
+from desktop import CannotBe, NotSeen  # noqa: E402
+from lumora_testing.bundle import DOUBLE_CLICK_SECONDS, Lumora, forget  # noqa: E402
+from lumora_testing.remote import RemoteLaptop, wait_for  # noqa: E402
+
+SETTINGS = "Lumora Settings"
+BUNDLE = "/usr/lib/lumora/Lumora.app"
+# Magnified, so that one sees in the picture what a user sees.
+FACTOR = 4
+OTHER_WINDOW = """
+import gi
+gi.require_version("Gtk", "3.0")
+from gi.repository import Gtk
+window = Gtk.Window(title="Another window")
+window.set_default_size(700, 420)
+window.show_all()
+Gtk.main()
+"""
+
+
+class Tour:
+    """The desktop, the laptop that it runs on, a Lumora in it, and what the checks do with them."""
+
+    def __init__(self, desktop, laptop, times):
+        self.desktop = desktop
+        self.laptop = laptop
+        self.times = times
+        self.lumora = None
+        self.name = ""
+
+    def begin(self, name):
+        """Have everything as before the first check."""
+        self.name = name
+        self.laptop.reset()
+        if self.lumora is None or self.lumora.process.poll() is not None or self.lumora.settings():
+            self.end_lumora()
+            forget()
+            self.start_lumora()
+        self.wait_for_item()
+        self.close_everything()
+
+    def start_lumora(self):
+        """As the session does."""
+        self.lumora = Lumora(BUNDLE)
+        self.lumora.__enter__()
+
+    def end_lumora(self):
+        """And wait until its item has gone."""
+        if self.lumora:
+            self.lumora.end()
+            self.lumora = None
+            wait_for(lambda: self.desktop.item() is None, "the end of the item")
+
+    def wait_for_item(self):
+        """The box of the item once it no longer moves, with its text where the shell tells it."""
+
+        def whole():
+            box = self.desktop.item()
+            text = self.desktop.item_text()
+            return box and (text is None or "%" in text) and box == self.desktop.item() and box
+
+        return wait_for(whole, "the item with its percent", 30)
+
+    def still(self):
+        """Wait until the screen no longer changes."""
+        last = [self.desktop.picture()]
+
+        def same():
+            last.append(self.desktop.picture())
+            return last[-1].changed_since(last[-2], 0) is None
+
+        wait_for(same, "a screen that is still")
+
+    def wait_for_change(self, before, what, seconds=10):
+        """Wait until the screen is another."""
+        wait_for(lambda: self.desktop.picture().changed_since(before, 0), what, seconds)
+
+    def keep(self, name):
+        """A picture of the whole screen."""
+        picture = self.desktop.picture()
+        picture.keep(f"{self.name}-{name}" if name != self.name else name)
+        return picture
+
+    def keep_item(self, name):
+        """A picture of the item, magnified."""
+        picture = self.desktop.picture()
+        picture.keep(f"{self.name}-{name}", self.desktop.item().corners, FACTOR)
+        return picture
+
+    def open_thing(self):
+        """What of Lumora's is open: "menu", "popover", or nothing."""
+        if self.desktop.menu_open():
+            return "menu"
+        return "popover" if self.desktop.popover() else None
+
+    def open_popover(self):
+        """Its box once it no longer changes."""
+        self.desktop.open_popover()
+        wait_for(self.desktop.popover, "the popover", 20)
+        self.still()
+        return self.desktop.popover()
+
+    def wait_until_closed(self):
+        """Until there is no popover."""
+        try:
+            wait_for(lambda: not self.desktop.popover(), "its end", 10)
+        except TimeoutError:
+            self.keep("stays")
+            raise NotSeen("it stays") from None
+
+    def close_everything(self):
+        """Menu, popover, settings and tooltip."""
+        for _ in range(3):
+            if self.open_thing():
+                self.desktop.key("Escape")
+                with contextlib.suppress(TimeoutError):
+                    wait_for(lambda: not self.open_thing(), "the end of what is open", 5)
+        if self.settings():
+            self.desktop.key("Escape")
+            with contextlib.suppress(TimeoutError):
+                wait_for(lambda: not self.settings(), "the end of the settings", 5)
+        if self.open_thing() or self.settings():
+            self.end_lumora()
+            self.start_lumora()
+            self.wait_for_item()
+        self.desktop.move(*self.desktop.wallpaper())
+        self.let_double_click_pass()
+
+    @staticmethod
+    def let_double_click_pass():
+        """So that the next click counts as one of its own."""
+        time.sleep(DOUBLE_CLICK_SECONDS)
+
+    def open_menu(self):
+        """What is to be seen of it."""
+        self.still()
+        before = self.desktop.picture()
+        self.desktop.open_menu()
+        wait_for(self.desktop.menu_open, "the menu", 10)
+        self.still()
+        picture = self.desktop.picture()
+        return picture.area(*picture.changed_since(before, 0))
+
+    def wait_for_line(self, words):
+        """Wait until a line of the open menu has these words; where the shell does not tell, the pictures have to."""
+        if self.desktop.menu() is not None:
+            wait_for(lambda: any(words in line.text for line in self.desktop.menu()), f"“{words}” in the menu", 30)
+
+    def choose(self, words, number):
+        """See Desktop; and wait until the menu is closed."""
+        self.desktop.choose(words, number)
+        wait_for(lambda: not self.desktop.menu_open(), "the end of the menu", 10)
+
+    def settings(self):
+        """The box of the settings window, or None."""
+        boxes = [window.box for window in self.desktop.windows() if window.title == SETTINGS]
+        return boxes[0] if boxes else None
+
+    def open_settings(self):
+        """Its box once it no longer changes."""
+        subprocess.run(["gapplication", "action", "org.lumora.Lumora", "settings"], check=True)
+        wait_for(self.settings, "the settings", 20)
+        self.still()
+        return self.settings()
+
+    @contextlib.contextmanager
+    def other_window(self):
+        """The box of a window of another program."""
+        child = subprocess.Popen([sys.executable, "-c", OTHER_WINDOW])
+
+        def box():
+            return next((each.box for each in self.desktop.windows() if each.title == "Another window"), None)
+
+        try:
+            wait_for(box, "another window", 20)
+            self.still()
+            yield box()
+        finally:
+            child.kill()
+            child.wait()
+            wait_for(lambda: not box(), "the end of the other window")
+
+    def battery(self, percent, charging):
+        """Set the battery and wait until Lumora knows."""
+        self.laptop.set_adapter(charging)
+        self.laptop.set_battery(percent=percent, status="Charging" if charging else "Discharging")
+        wait_for(lambda: f"{percent}%" in self.lumora.state(self.desktop.bus), f"{percent} %")
+
+    def shown(self, title):
+        """The notification with that title, or None."""
+        return next((each for each in self.desktop.notifications() if each.title == title), None)
+
+    def reminders(self):
+        """Each reminder that a battery can bring about now: its title and what brings it."""
+
+        def limit():
+            self.battery(70, charging=True)
+            self.battery(85, charging=True)
+
+        def low():
+            self.battery(60, charging=False)
+            self.battery(15, charging=False)
+
+        return [("Charge limit reached", limit), ("Low battery", low)]
+
+
+def attempt(tour, function):
+    """What came of a check: the word for it, and a remark."""
+    try:
+        return "seen", function(tour) or ""
+    except CannotBe as why:
+        return "cannot be", str(why)
+    except (NotSeen, TimeoutError, GLib.Error) as why:
+        return "not seen", str(why)
+    except Exception as why:  # whatever a shell answers, the other checks go on
+        traceback.print_exc()
+        return "not seen", f"{type(why).__name__}: {why}"
+
+
+def main():
+    """Start the desktop, do the checks, write what came of them."""
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("desktop")
+    parser.add_argument("--times", type=int, default=1)
+    parser.add_argument("checks", nargs="*")
+    options = parser.parse_args()
+    RESULTS.mkdir(exist_ok=True)
+    laptop = RemoteLaptop()
+    desktop = importlib.import_module(f"desktops.{options.desktop}").DESKTOP(RESULTS)
+    results = {}
+    begun = time.monotonic()
+    try:
+        desktop.start()
+        print(f"{desktop.name} after {time.monotonic() - begun:.0f} s", flush=True)
+        tour = Tour(desktop, laptop, options.times)
+        for name, (title, function) in CHECKS.items():
+            if options.checks and not any(part in name for part in options.checks):
+                continue
+            since = time.monotonic()
+            outcome, remark = attempt(tour, lambda tour: tour.begin(name) or function(tour))  # noqa: B023
+            if outcome == "not seen":
+                with contextlib.suppress(Exception):
+                    tour.keep("not-seen")
+            results[name] = {"title": title, "outcome": outcome, "remark": remark}
+            print(f"{name}: {outcome} {remark} ({time.monotonic() - since:.0f} s)", flush=True)
+    finally:
+        told = {"desktop": desktop.name, "checks": results}
+        (RESULTS / "results.json").write_text(json.dumps(told, indent=1, ensure_ascii=False) + "\n", encoding="utf-8")
+        desktop.stop()
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
