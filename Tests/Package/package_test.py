@@ -109,6 +109,7 @@ class Package(unittest.TestCase):
             "usr/share/applications/org.lumora.Lumora.desktop",
             "usr/share/dbus-1/services/org.lumora.Lumora.service",
             "usr/share/icons/hicolor/scalable/apps/org.lumora.Lumora.svg",
+            "usr/share/icons/hicolor/symbolic/apps/org.lumora.Lumora-symbolic.svg",
             "usr/share/metainfo/org.lumora.Lumora.metainfo.xml",
             "usr/share/man/man1/lumora.1.gz",
             "usr/share/doc/lumora/copyright",
