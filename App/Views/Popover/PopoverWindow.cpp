@@ -20,17 +20,23 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 #include <QWindow>
+#include <algorithm>
 
 namespace lumora {
 namespace {
 
-bool placesItself() { return !isOnWayland(); }
-
 /// What Qt leaves without a place of its own can be given one in a layer.
-Qt::WindowFlags flagsOfWindow(bool inLayer) {
-  if (placesItself()) return Qt::Popup | Qt::FramelessWindowHint;
-  const Qt::WindowFlags frameless = Qt::Window | Qt::FramelessWindowHint;
-  return inLayer ? frameless | Qt::BypassWindowManagerHint : frameless;
+Qt::WindowFlags flagsOfWindow(PopoverWindow::Placing placing) {
+  constexpr Qt::WindowFlags kFrameless = Qt::Window | Qt::FramelessWindowHint;
+  switch (placing) {
+    case PopoverWindow::Placing::itself:
+      return Qt::Popup | Qt::FramelessWindowHint;
+    case PopoverWindow::Placing::layer:
+      return kFrameless | Qt::BypassWindowManagerHint;
+    case PopoverWindow::Placing::spread:
+      return kFrameless;
+  }
+  return kFrameless;
 }
 
 ScreenRect rectOf(const QRect& rect) { return {rect.x(), rect.y(), rect.width(), rect.height()}; }
@@ -77,16 +83,21 @@ Pointer pointer() {
 
 }  // namespace
 
-PopoverWindow::PopoverWindow(ViewsHost& host, bool (*blends)(const QScreen&))
+PopoverWindow::PopoverWindow(ViewsHost& host, bool (*blends)(const QScreen&), bool choosesPlace)
     : layers_(LayerShell::find()),
+      placing_(choosesPlace ? Placing::itself
+               : layers_    ? Placing::layer
+                            : Placing::spread),
       view_(new PopoverView(host)),
       scroll_(new QScrollArea),
       blends_(blends) {
-  setWindowFlags(flagsOfWindow(layers_ != nullptr));
+  setWindowFlags(flagsOfWindow(placing_));
   setWindowTitle("Lumora");
   setAutoFillBackground(true);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
+  // The window is no smaller than its content, or spread whatever that takes.
+  layout->setSizeConstraint(QLayout::SetNoConstraint);
   layout->addWidget(scroll_);
   scroll_->setFrameShape(QFrame::NoFrame);
   scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -106,7 +117,7 @@ PopoverWindow::PopoverWindow(ViewsHost& host, bool (*blends)(const QScreen&))
 PopoverWindow::~PopoverWindow() = default;
 
 void PopoverWindow::showAt(std::optional<ScreenPoint> click) {
-  if (layers_ == nullptr) {
+  if (placing_ == Placing::itself) {
     click_ = click ? clickedAt(*click, pointer()) : std::nullopt;
   } else if (const auto known = click ? clickedInLayer(*click, scaleOfTray()) : std::nullopt) {
     // Without a click it stands where it stood last.
@@ -116,8 +127,8 @@ void PopoverWindow::showAt(std::optional<ScreenPoint> click) {
   // Before it is shown: a window that grows or moves afterwards is seen to jump.
   view_->updateContent();
   fit();
-  if (layers_ != nullptr && !isVisible() && !enterLayer()) return;
-  show();
+  if (placing_ == Placing::layer && !isVisible() && !enterLayer()) return;
+  placing_ == Placing::spread ? showMaximized() : show();
   raise();
   activateWindow();
 }
@@ -144,26 +155,45 @@ bool PopoverWindow::isRound() const { return testAttribute(Qt::WA_TranslucentBac
 int PopoverWindow::reach() const { return isRound() ? kShadowReach : 0; }
 
 /// Within the window.
-QRect PopoverWindow::popover() const {
-  return rect().adjusted(reach(), reach(), -reach(), -reach());
-}
+QRect PopoverWindow::popover() const { return rect().marginsRemoved(layout()->contentsMargins()); }
 
 /// As large as its content, and no higher than the screen; where it belongs.
 void PopoverWindow::fit() {
-  const auto screen = screenAt(click_);
+  auto screen = screenAt(click_);
+  // A spread window knows better what panels leave.
+  if (screen && placing_ == Placing::spread && isVisible()) screen->free = rectOf(rect());
   const int wanted = view_->wantedHeight();
   const int height = screen ? popoverHeight(wanted, *screen) : wanted;
   const int scrollBar = height < wanted ? scroll_->verticalScrollBar()->sizeHint().width() : 0;
   view_->resize(view_->width(), wanted);
   const QSize size(view_->width() + scrollBar, height);
+  if (placing_ == Placing::spread) {
+    if (screen) placeInWindow(*screen, size);
+    return;
+  }
   const QMargins around(reach(), reach(), reach(), reach());
   QRect geometry(pos(), size.grownBy(around));
-  if (screen && placesItself()) {
+  if (screen && placing_ == Placing::itself) {
     const ScreenPoint corner = popoverPlace(click_, {size.width(), size.height()}, *screen);
     geometry.moveTopLeft({corner.x - reach(), corner.y - reach()});
   }
   setFixedGeometry(*this, geometry);
   placeInLayer();
+}
+
+/// On the window's edges, as it hangs in a layer on those of the screen.
+void PopoverWindow::placeInWindow(const Screen& screen, const QSize& size) {
+  const LayerPlace place =
+      layerPlace(click_, {size.width(), size.height()}, screen.whole, panelsAreAtTheBottom());
+  const int restX = std::max(0, width() - size.width());
+  const int restY = std::max(0, height() - size.height());
+  const int marginX = std::min(place.marginX, restX);
+  const int marginY = std::min(place.marginY, restY);
+  const int left = place.atLeft ? marginX : restX - marginX;
+  const int top = place.atTop ? marginY : restY - marginY;
+  layout()->setContentsMargins(left, top, restX - left, restY - top);
+  layout()->activate();
+  update();
 }
 
 /// A surface can take its place in a layer only before it has a picture, so each time it is a new
@@ -231,11 +261,23 @@ void PopoverWindow::dismiss() {
 }
 
 bool PopoverWindow::event(QEvent* event) {
-  if (event->type() == QEvent::WindowDeactivate && !placesItself()) dismiss();
+  if (event->type() == QEvent::WindowDeactivate && placing_ != Placing::itself) dismiss();
+  if (event->type() == QEvent::WindowStateChange && isVisible()) {
+    const auto before = static_cast<QWindowStateChangeEvent*>(event)->oldState();
+    // Some shells have a maximized window pulled off the panel.
+    if (before.testFlag(Qt::WindowMaximized) && !isMaximized()) dismiss();
+  }
   return QWidget::event(event);
 }
 
-/// A popup hears of clicks elsewhere, too. The shadow is elsewhere.
+/// What the compositor leaves of the screen is known only now.
+void PopoverWindow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  if (placing_ == Placing::spread && isVisible()) fit();
+}
+
+/// A popup hears of clicks elsewhere, too, and a spread window is under them. The shadow is
+/// elsewhere.
 void PopoverWindow::mousePressEvent(QMouseEvent* event) {
   if (!popover().contains(event->pos())) dismiss();
 }

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "Base/ScreenPoint.h"
+#include "Content/PopoverPlace.h"
 #include "Views/Display.h"
 #include "Views/ViewsModule.h"
 
@@ -20,15 +20,24 @@ class LayerShell;
 class LayerSurface;
 class PopoverView;
 
-/// The frameless window that holds the popover: at the click and kept on the screen where the
-/// display lets windows choose their place, or has layers for what belongs to a panel; else where
-/// the compositor puts it. It is as large as its content, which scrolls where the screen is too low
-/// for it. Where windows may be translucent it is round, and the window larger by the shadow around
-/// it. It closes when the user turns to something else, and on Esc.
+/// The frameless window that holds the popover, at the click and kept on the screen. It is as large
+/// as its content, which scrolls where the screen is too low for it. Where windows may be
+/// translucent it is round, and the window larger by the shadow around it. It closes when the user
+/// turns to something else, and on Esc.
 class PopoverWindow : public QWidget {
  public:
-  /// `blends` is asked at each opening whether windows may be translucent.
-  explicit PopoverWindow(ViewsHost& host, bool (*blends)(const QScreen&) = blendsWindows);
+  /// How the popover comes to stand at the click.
+  enum class Placing {
+    itself,  ///< The display lets windows choose their place.
+    layer,   ///< The compositor has layers for what belongs to a panel.
+    spread,  ///< Neither: the window is transparent and as large as panels let it be, and the
+             ///< popover stands in it, so that it hears of most clicks elsewhere, too.
+  };
+
+  /// `blends` is asked at each opening whether windows may be translucent; `choosesPlace` tells
+  /// whether the display lets them choose their place.
+  explicit PopoverWindow(ViewsHost& host, bool (*blends)(const QScreen&) = blendsWindows,
+                         bool choosesPlace = !isOnWayland());
   ~PopoverWindow() override;
 
   /// Shows it at a click, in the tray's coordinates, or where the tray usually is.
@@ -51,6 +60,7 @@ class PopoverWindow : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -60,11 +70,13 @@ class PopoverWindow : public QWidget {
   QRect popover() const;
   void fit();
   void placeInLayer();
+  void placeInWindow(const Screen& screen, const QSize& size);
   void dismiss();
   bool enterLayer();
 
-  // Null where windows choose their place, or the compositor alone does.
+  // Null where there are none.
   std::unique_ptr<LayerShell> layers_;
+  const Placing placing_;
   PopoverView* view_;
   QScrollArea* scroll_;
   bool (*blends_)(const QScreen&);

@@ -302,6 +302,72 @@ TEST(PopoverWindow, TakesAClickOnItsShadowForOneElsewhere) {
   EXPECT_FALSE(window.isVisible());
 }
 
+/// Where no window may choose its place.
+struct Spread : Machine {
+  PopoverWindow window{host, always, false};
+};
+
+/// What of its window is no more transparent than a shadow.
+QRect shown(PopoverWindow& window) {
+  const QImage image = picture(window);
+  QRect found;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      if (image.pixelColor(x, y).alpha() == 255) found |= QRect(x, y, 1, 1);
+    }
+  }
+  return found;
+}
+
+TEST(PopoverWindow, StandsAtTheClickInASpreadWindowWhereItMayNotChooseItsPlace) {
+  Spread spread;
+  PopoverWindow& window = spread.window;
+  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+  for (const int x : {400, 790}) {
+    window.showAt(ScreenPoint{x, 10});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.geometry(), screen);
+    const QRect popover = shown(window);
+    EXPECT_EQ(popover.width(), 340);
+    EXPECT_EQ(popover.top(), 8);
+    EXPECT_EQ(popover.left(), std::min(x - 170, screen.width() - 8 - 340));
+    button(window, "Daily summary")->click();
+    QCoreApplication::processEvents();
+    const QRect unfolded = shown(window);
+    EXPECT_NE(unfolded.height(), popover.height());
+    EXPECT_EQ(unfolded.topRight(), popover.topRight());
+    button(window, "Daily summary")->click();
+    window.close();
+    window.leaveScreen();
+  }
+}
+
+TEST(PopoverWindow, ClosesByAClickIntoTheRestOfItsSpreadWindow) {
+  Spread spread;
+  PopoverWindow& window = spread.window;
+  window.showAt(ScreenPoint{400, 10});
+  QCoreApplication::processEvents();
+  const QRect popover = shown(window);
+  QTest::mouseClick(&window, Qt::LeftButton, {}, popover.topLeft() + QPoint(20, 4));
+  EXPECT_TRUE(window.isVisible());
+  QTest::mouseClick(&window, Qt::LeftButton, {}, popover.bottomLeft() + QPoint(20, 9));
+  EXPECT_FALSE(window.isVisible());
+  EXPECT_TRUE(window.isShownToTheUser());
+}
+
+TEST(PopoverWindow, ClosesWhereItsSpreadWindowIsPulledOffThePanel) {
+  Spread spread;
+  PopoverWindow& window = spread.window;
+  for (int i = 0; i < 2; ++i) {
+    window.showAt(ScreenPoint{400, 10});
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(window.isVisible());
+    window.setWindowState(Qt::WindowNoState);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(window.isVisible());
+  }
+}
+
 TEST(PopoverWindow, IsSquareAgainWhereWindowsAreNoLongerBlended) {
   Machine machine;
   PopoverWindow window(machine.host, asItIs);
