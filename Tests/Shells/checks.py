@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """What is looked at on every desktop, in the order in which it is done and told."""
 
+import colorsys
 import time
 
 from desktop import NotSeen
@@ -163,7 +164,18 @@ def closes_by_wallpaper(tour):
     tour.wait_until_closed()
 
 
-@check("A click on the panel closes it")
+@check("A click on another item of the panel closes it")
+def closes_by_other_item(tour):
+    point = tour.desktop.other_item()
+    tour.open_popover()
+    tour.desktop.click(*point)
+    try:
+        tour.wait_until_closed()
+    finally:
+        tour.desktop.key("Escape")
+
+
+@check("A click on the bare panel closes it")
 def closes_by_panel(tour):
     tour.open_popover()
     tour.desktop.click(*tour.desktop.bare_panel())
@@ -263,7 +275,7 @@ def accent(tour):
     try:
         for number in (0, 1):
             wanted = tour.desktop.set_accent(number)
-            wait_for(lambda: has_color(tour.desktop.picture(), box, wanted), f"the accent {wanted}", 20)  # noqa: B023
+            wait_for(lambda: has_hue(tour.desktop.picture(), box, wanted), f"the accent {wanted}", 20)  # noqa: B023
             tour.keep(f"settings-accent-{number}")
     finally:
         tour.desktop.set_accent(0)
@@ -286,15 +298,19 @@ def text_size(tour):
 def scale(tour):
     before = tour.open_popover()
     try:
-        tour.desktop.set_scale(2.0)
-        wait_for(lambda: (box := tour.desktop.popover()) and box.width >= 1.9 * before.width, "a larger popover", 20)
+        factor = tour.desktop.set_scale(1.5)
+        if factor == 1:
+            raise NotSeen("the screen allows none")
+        wanted = factor * before.width
+        wait_for(lambda: (box := tour.desktop.popover()) and abs(box.width - wanted) < 4, "a larger popover", 20)
         tour.still()
         tour.keep("popover-scaled")
         box, (width, height) = tour.desktop.popover(), tour.desktop.screen
         if box.left < 0 or box.top < 0 or box.right > width or box.bottom > height:
             raise NotSeen(f"{box} reaches beyond the screen")
+        return f"at {factor:g}"
     finally:
-        tour.desktop.set_scale(1.0)
+        tour.desktop.set_scale(1)
 
 
 @check("Reminders shown with button, icon and name")
@@ -359,6 +375,12 @@ def do_not_disturb(tour):
         tour.desktop.set_do_not_disturb(False)
 
 
+@check("Says nothing on its standard error")
+def says_nothing(tour):
+    if said := tour.said():
+        raise NotSeen(said.splitlines()[-1])
+
+
 def luminance(color):
     """Of a colour of three bytes, from 0 to 1."""
     parts = [value / 255 for value in color]
@@ -395,7 +417,11 @@ def contrast(one, other):
     return (max(one, other) + 0.05) / (min(one, other) + 0.05)
 
 
-def has_color(picture, box, wanted):
-    """Whether an area shows a colour, or one that nobody tells from it, in more than a line."""
-    found = colors(picture, box)
-    return sum(count for color, count in found.items() if all(abs(a - b) <= 12 for a, b in zip(color, wanted))) > 100
+def has_hue(picture, box, wanted):
+    """Whether an area shows a strong colour of the same hue, as large as a few letters: it may be darker or lighter."""
+
+    def hue(color):
+        return colorsys.rgb_to_hsv(*(value / 255 for value in color))
+
+    found = [(*hue(color), count) for color, count in colors(picture, box).items()]
+    return sum(count for h, s, v, count in found if s > 0.5 and v > 0.5 and abs(h - hue(wanted)[0]) < 0.03) > 300

@@ -220,6 +220,10 @@ class Desktop:
         """A point of the panel where nothing is."""
         raise NotSeen("not tried")
 
+    def other_item(self):
+        """A point of something else in the panel that can be clicked, the clock perhaps."""
+        raise NotSeen("not tried")
+
     def open_popover(self):
         """Do what brings the popover, or takes it away."""
         self.click(*self.item().middle)
@@ -269,7 +273,7 @@ class Desktop:
         raise NotSeen("not tried")
 
     def set_scale(self, factor):
-        """Have everything larger by a factor."""
+        """Have everything larger by a factor, or the largest below it that the screen allows; give that."""
         raise NotSeen("not tried")
 
     def set_do_not_disturb(self, wanted):

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-FileCopyrightText: 2026 The Lumora authors
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Goes through the checks on one desktop: tour.py DESKTOP [--times N] [PART OF A CHECK'S NAME...]
+"""Goes through the checks on one desktop: tour.py [--times N] DESKTOP [PART OF A CHECK'S NAME...]
 
 Runs in the simulated laptop, as an ordinary user, with Lumora installed. Leaves results/results.json, a picture of
 every check, and logs.
@@ -33,6 +33,7 @@ from lumora_testing.remote import RemoteLaptop, wait_for  # noqa: E402
 
 SETTINGS = "Lumora Settings"
 BUNDLE = "/usr/lib/lumora/Lumora.app"
+LOG = RESULTS / "lumora.log"
 # Magnified, so that one sees in the picture what a user sees.
 FACTOR = 4
 OTHER_WINDOW = """
@@ -68,9 +69,21 @@ class Tour:
         self.close_everything()
 
     def start_lumora(self):
-        """As the session does."""
-        self.lumora = Lumora(BUNDLE)
-        self.lumora.__enter__()
+        """As the session does; what it says on its standard error is kept."""
+        own = os.dup(2)
+        with open(LOG, "ab") as log:
+            os.dup2(log.fileno(), 2)
+        try:
+            self.lumora = Lumora(BUNDLE)
+            self.lumora.__enter__()
+        finally:
+            os.dup2(own, 2)
+            os.close(own)
+
+    @staticmethod
+    def said():
+        """What every Lumora so far has said on its standard error."""
+        return LOG.read_text(encoding="utf-8", errors="replace") if LOG.exists() else ""
 
     def end_lumora(self):
         """And wait until its item has gone."""

@@ -45,12 +45,19 @@ PRELUDE = """
   };
   const now = () => GLib.get_monotonic_time();
 """
+LEAVE_OVERVIEW = """
+  if (Main.layoutManager._startingUp) return false;
+  if (Main.overview.visible) Main.overview.hide();
+  return !Main.overview.visible;
+"""
 
 
 class Gnome(Desktop):
     """See Desktop."""
 
     name = "GNOME"
+    # No scale fits 1366 × 768 in whole numbers.
+    screen = 1360, 768
     opens_with = "a double click"
     _factor = 1  # as many pixels of the picture are one of the shell's
     environment = {
@@ -86,7 +93,8 @@ class Gnome(Desktop):
         self._set("org.gnome.shell", "welcome-dialog-last-shown-version", "999")
         self._set(INTERFACE, "enable-animations", "false")
         self._set("org.gnome.desktop.session", "idle-delay", "0")
-        # Pictures of the wallpaper show what is transparent.
+        # Scales between one and two, too.
+        self._set("org.gnome.mutter", "experimental-features", "['scale-monitor-framebuffer']")
         width, height = self.screen
         self._shell = self.spawn(
             "shell", "gnome-shell", "--wayland", "--headless", "--virtual-monitor", f"{width}x{height}"
@@ -97,8 +105,7 @@ class Gnome(Desktop):
                 os.environ[name] = value
         self.tell_bus("WAYLAND_DISPLAY", "DISPLAY", "XAUTHORITY", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE")
         # It begins in the overview where no window is.
-        self._script("Main.overview.hide(); return 1;")
-        wait_for(lambda: not self._script("return Main.overview.visible;"), "the desktop")
+        wait_for(lambda: self._script(LEAVE_OVERVIEW), "the desktop")
 
     def restart_shell(self):
         end(self._shell)
@@ -140,6 +147,35 @@ class Gnome(Desktop):
         )
         return [Window(each["title"], self._box(each["box"]), each["focused"]) for each in told]
 
+    def popover(self):
+        """Its window is larger than what is to be seen of it."""
+        file = self.folder / "popover.png"
+        found = self._script(
+            f"""const actor = global.get_window_actors().filter(a => a.meta_window.get_title() === 'Lumora')[0];
+                const picture = actor?.mapped ? actor.get_image(null) : null;
+                if (!picture) return null;
+                picture.writeToPNG('{file}');
+                const r = actor.meta_window.get_buffer_rect();
+                return [r.x, r.y, r.width, r.height];"""
+        )
+        if not found:
+            return None
+        opaque = [
+            "convert",
+            file,
+            "-alpha",
+            "extract",
+            "-threshold",
+            "90%",
+            "-trim",
+            "-format",
+            "%W %w %h %X %Y",
+            "info:",
+        ]
+        whole, width, height, left, top = map(int, subprocess.check_output(opaque, text=True).split())
+        each = found[2] / whole
+        return self._box([found[0] + left * each, found[1] + top * each, width * each, height * each])
+
     def menu(self):
         told = self._script(
             """const menu = item()?.menu;
@@ -180,6 +216,9 @@ class Gnome(Desktop):
 
     def bare_panel(self):
         return self.screen[0] // 4, self.item().middle[1]
+
+    def other_item(self):
+        return self._box(self._script("return box(Main.panel.statusArea.dateMenu);")).middle
 
     def open_popover(self):
         self.click(*self.item().middle)
@@ -225,8 +264,9 @@ class Gnome(Desktop):
     def set_scale(self, factor):
         serial, monitors, _, _ = self.call(DISPLAYS, "/org/gnome/Mutter/DisplayConfig", DISPLAYS, "GetCurrentState")
         (connector, *_), modes, _ = monitors[0]
-        mode = next(each[0] for each in modes if each[6].get("is-current"))
-        monitor = (0, 0, factor, 0, True, [(connector, mode, {})])
+        mode = next(each for each in modes if each[6].get("is-current"))
+        possible = max(scale for scale in mode[5] if scale <= factor)
+        monitor = (0, 0, possible, 0, True, [(connector, mode[0], {})])
         temporary = 1
         self.call(
             DISPLAYS,
@@ -240,6 +280,7 @@ class Gnome(Desktop):
             {},
         )
         self._factor = self.picture().width / self._script("return global.stage.width;")
+        return possible
 
     def set_do_not_disturb(self, wanted):
         self._set("org.gnome.desktop.notifications", "show-banners", "false" if wanted else "true")
