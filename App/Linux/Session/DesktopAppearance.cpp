@@ -89,10 +89,12 @@ DesktopAppearance::DesktopAppearance(const BusConnection& session, const std::st
               .timeout = kPatience,
               .start = ServiceWatch::Start::ifRunning};
   takeAll(callMethodAndWait(session_, readAll_));
-  // A portal that is slow, starts later or starts again tells then.
+  // A portal that is slow, starts later or starts again tells then. GNOME leaves it to the first
+  // program that needs it.
   readAll_.timeout = kNoTimeout;
   watch_.emplace(
-      Gio::DBus::BusType::SESSION, kName, ServiceWatch::Start::ifRunning,
+      Gio::DBus::BusType::SESSION, kName,
+      isGnome(desktop) ? ServiceWatch::Start::onDemand : ServiceWatch::Start::ifRunning,
       [this](const BusConnection& /*session*/) {
         callMethod(session_, readAll_, sigc::mem_fun(*this, &DesktopAppearance::takeAll));
       },
