@@ -301,8 +301,9 @@ def scale(tour):
         factor = tour.desktop.set_scale(1.5)
         if factor == 1:
             raise NotSeen("the screen allows none")
+        # Where it scrolls it is wider.
         wanted = factor * before.width
-        wait_for(lambda: (box := tour.desktop.popover()) and abs(box.width - wanted) < 4, "a larger popover", 20)
+        wait_for(lambda: (box := tour.desktop.popover()) and box.width > wanted - 4, "a larger popover", 20)
         tour.still()
         tour.keep("popover-scaled")
         box, (width, height) = tour.desktop.popover(), tour.desktop.screen
@@ -318,7 +319,8 @@ def reminders(tour):
     for name, change in tour.reminders():
         tour.desktop.clear_notifications()
         change()
-        shown = wait_for(lambda: tour.shown(name), f"“{name}”", 30)  # noqa: B023
+        # One of them comes with the next of its looks at the clock, which it takes each minute.
+        shown = wait_for(lambda: tour.shown(name), f"“{name}”", 100)  # noqa: B023
         tour.still()
         tour.keep("reminder-" + name.lower().replace(" ", "-"))
         if "Snooze 1 hour" not in shown.buttons:

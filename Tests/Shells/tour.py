@@ -33,6 +33,7 @@ from lumora_testing.remote import RemoteLaptop, wait_for  # noqa: E402
 
 SETTINGS = "Lumora Settings"
 BUNDLE = "/usr/lib/lumora/Lumora.app"
+HISTORY = pathlib.Path(os.environ["XDG_DATA_HOME"]) / "Lumora" / "history.json"
 LOG = RESULTS / "lumora.log"
 # Magnified, so that one sees in the picture what a user sees.
 FACTOR = 4
@@ -232,7 +233,7 @@ class Tour:
         return next((each for each in self.desktop.notifications() if each.title == title), None)
 
     def reminders(self):
-        """Each reminder that a battery can bring about now: its title and what brings it."""
+        """Each reminder: its title and what brings it."""
 
         def limit():
             self.battery(70, charging=True)
@@ -242,7 +243,34 @@ class Tour:
             self.battery(60, charging=False)
             self.battery(15, charging=False)
 
-        return [("Charge limit reached", limit), ("Low battery", low)]
+        def saving():
+            self.battery(60, charging=False)
+            self.battery(25, charging=False)
+
+        def worn():
+            # Of a pack that is put in the service reads what it holds.
+            self.laptop.remove_device("BAT0")
+            self.laptop.set_battery(percent=62, full=35.0, design=50.0, status="Discharging")
+
+        return [
+            ("Charge limit reached", limit),
+            ("Low battery", low),
+            ("Try Low Power Mode", saving),
+            ("Battery health is low", worn),
+            ("Plugged in for a long time", self.stay_plugged_in),
+        ]
+
+    def stay_plugged_in(self):
+        """For eight hours, as the history tells that a new Lumora finds, but for as long as it takes to start."""
+        self.end_lumora()
+        self.laptop.set_adapter(True)
+        self.laptop.set_battery(percent=90, status="Not charging")
+        now = int(time.time())
+        samples = [{"t": now - 60 * age + 20, "p": 90, "c": False, "a": True} for age in range(8 * 60, 0, -1)]
+        HISTORY.parent.mkdir(parents=True, exist_ok=True)
+        HISTORY.write_text(json.dumps(samples))
+        self.start_lumora()
+        self.wait_for_item()
 
 
 def attempt(tour, function):
