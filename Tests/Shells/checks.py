@@ -309,7 +309,7 @@ def scale(tour):
         box, (width, height) = tour.desktop.popover(), tour.desktop.screen
         if box.left < 0 or box.top < 0 or box.right > width or box.bottom > height:
             raise NotSeen(f"{box} reaches beyond the screen")
-        return f"at {factor:g}"
+        return f"at {factor:.2f}"
     finally:
         tour.desktop.set_scale(1)
 

@@ -225,19 +225,24 @@ class Gnome(Desktop):
         self.click(*self.item().middle)
 
     def press(self, notification, label):
-        """The banner unfolds its buttons below the mouse."""
-        wait_for(lambda: self._banner(), "the banner")
-        self.move(*self._banner().middle)
+        """The banner unfolds its buttons below the mouse, and a button first has to see the mouse, too."""
+        self.move(*wait_for(self._banner, "the banner").middle)
         wanted = json.dumps(label)
-        found = wait_for(
-            lambda: self._script(
+
+        def button():
+            return self._script(
                 f"""const buttons = all(Main.messageTray._bannerBin).filter(a => a instanceof St.Button && a.mapped);
                     const found = buttons.filter(b => b.label === {wanted} || texts(b).includes({wanted}))[0];
-                    return found ? box(found) : null;"""
-            ),
-            f"the button {label}",
-        )
-        self.click(*self._box(found).middle)
+                    return found ? [box(found), found.hover] : null;"""
+            )
+
+        def reached():
+            found = button()
+            if found and not found[1]:
+                self.move(*self._box(found[0]).middle)
+            return found and found[1] and self._box(found[0])
+
+        self.click(*wait_for(reached, f"the button {label}").middle)
 
     def _banner(self):
         found = self._script("const b = Main.messageTray._banner; return b?.mapped ? box(b.actor ?? b) : null;")
