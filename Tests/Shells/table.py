@@ -34,10 +34,11 @@ def cell(result):
     return f"{words}: {result['remark']}" if result["remark"] else words
 
 
-def write(folder):
-    """Put the table into the documentation, one column for each desktop."""
+def write(folder, order):
+    """Put the table into the documentation: one column for each desktop, and the checks in that order."""
     found = list(results(folder))
     titles = {name: result["title"] for _, checks in found for name, result in checks.items()}
     lines = [["", *(where for where, _ in found)], ["---"] * (len(found) + 1)]
-    lines += [[title, *(cell(checks.get(name)) for _, checks in found)] for name, title in titles.items()]
+    # In the order of the checks, whichever were gone through last.
+    lines += [[titles[name], *(cell(checks.get(name)) for _, checks in found)] for name in order if name in titles]
     put(PAGE, "desktops", "\n".join("| " + " | ".join(line) + " |" for line in lines))

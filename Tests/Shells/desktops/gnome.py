@@ -225,24 +225,28 @@ class Gnome(Desktop):
         self.click(*self.item().middle)
 
     def press(self, notification, label):
-        """The banner unfolds its buttons below the mouse, and a button first has to see the mouse, too."""
-        self.move(*wait_for(self._banner, "the banner").middle)
+        """The banner unfolds its buttons below the mouse, and may move while it does."""
+        wait_for(self._banner, "the banner")
         wanted = json.dumps(label)
 
-        def button():
-            return self._script(
+        def gone():
+            found = self._script(
                 f"""const buttons = all(Main.messageTray._bannerBin).filter(a => a instanceof St.Button && a.mapped);
                     const found = buttons.filter(b => b.label === {wanted} || texts(b).includes({wanted}))[0];
-                    return found ? [box(found), found.hover] : null;"""
+                    if (!found || !box(found)) return null;
+                    const [x, y, width, height] = box(found);
+                    const at = global.stage.get_actor_at_pos(Clutter.PickMode.REACTIVE, x + width / 2, y + height / 2);
+                    return found.contains(at) ? [x, y, width, height] : null;"""
             )
+            if found:
+                self.click(*self._box(found).middle)
+            elif banner := self._banner():
+                x, y = banner.middle
+                self.move(x, y - 1)
+                self.move(x, y)
+            return all(each.title != notification.title for each in self.notifications())
 
-        def reached():
-            found = button()
-            if found and not found[1]:
-                self.move(*self._box(found[0]).middle)
-            return found and found[1] and self._box(found[0])
-
-        self.click(*wait_for(reached, f"the button {label}").middle)
+        wait_for(gone, f"the end of the notification with the button {label}")
 
     def _banner(self):
         found = self._script("const b = Main.messageTray._banner; return b?.mapped ? box(b.actor ?? b) : null;")
