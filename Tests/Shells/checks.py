@@ -335,8 +335,7 @@ def reminders(tour):
 def replaced(tour):
     tour.desktop.clear_notifications()
     for _ in range(2):
-        tour.battery(30, charging=False)
-        tour.battery(15, charging=False)
+        tour.run_low()
         wait_for(lambda: tour.shown("Low battery"), "the reminder", 30)
     titles = [each.title for each in tour.desktop.notifications()]
     if titles.count("Low battery") != 1:
@@ -346,9 +345,8 @@ def replaced(tour):
 @check("Snoozed by the button of a reminder")
 def snoozed_by_button(tour):
     tour.desktop.clear_notifications()
-    tour.battery(60, charging=False)
-    tour.battery(15, charging=False)
-    shown = wait_for(lambda: tour.shown("Low battery"), "the reminder", 30)
+    tour.reach_limit()
+    shown = wait_for(lambda: tour.shown("Charge limit reached"), "the reminder", 30)
     tour.desktop.press(shown, "Snooze 1 hour")
     wait_for(lambda: tour.lumora.settings().get("snoozeUntil"), "the snooze", 10)
 
@@ -367,8 +365,7 @@ def do_not_disturb(tour):
         if any(each.banner for each in tour.desktop.notifications()):
             raise NotSeen("a reminder of the charge limit is shown")
         told = "silent" if not tour.laptop.sounds() else "with a sound"
-        tour.battery(60, charging=False)
-        tour.battery(15, charging=False)
+        tour.run_low()
         time.sleep(SECONDS_OF_NOTHING)
         low = [each for each in tour.desktop.notifications() if each.banner]
         tour.keep("do-not-disturb-low")

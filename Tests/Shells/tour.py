@@ -232,16 +232,19 @@ class Tour:
         """The notification with that title, or None."""
         return next((each for each in self.desktop.notifications() if each.title == title), None)
 
+    def reach_limit(self):
+        """Charge above the limit."""
+        self.battery(70, charging=True)
+        self.battery(85, charging=True)
+
+    def run_low(self):
+        """Use the battery up, in the power-saving mode: else a second reminder would come with the first."""
+        self.laptop.set_profile("power-saver")
+        self.battery(60, charging=False)
+        self.battery(15, charging=False)
+
     def reminders(self):
         """Each reminder: its title and what brings it."""
-
-        def limit():
-            self.battery(70, charging=True)
-            self.battery(85, charging=True)
-
-        def low():
-            self.battery(60, charging=False)
-            self.battery(15, charging=False)
 
         def saving():
             self.battery(60, charging=False)
@@ -253,8 +256,8 @@ class Tour:
             self.laptop.set_battery(percent=62, full=35.0, design=50.0, status="Discharging")
 
         return [
-            ("Charge limit reached", limit),
-            ("Low battery", low),
+            ("Charge limit reached", self.reach_limit),
+            ("Low battery", self.run_low),
             ("Try Low Power Mode", saving),
             ("Battery health is low", worn),
             ("Plugged in for a long time", self.stay_plugged_in),
