@@ -61,11 +61,10 @@ class Tour:
     def begin(self, name):
         """Have everything as before the first check."""
         self.name = name
+        self.end_lumora()
         self.laptop.reset()
-        if self.lumora is None or self.lumora.process.poll() is not None or self.lumora.settings():
-            self.end_lumora()
-            forget()
-            self.start_lumora()
+        forget()
+        self.start_lumora()
         self.wait_for_item()
         self.close_everything()
 
@@ -247,6 +246,7 @@ class Tour:
         """Each reminder: its title and what brings it."""
 
         def saving():
+            self.laptop.set_profile("balanced")
             self.battery(60, charging=False)
             self.battery(25, charging=False)
 
