@@ -22,6 +22,12 @@ class DesktopAppearanceTest : public testing::Test {
     return waitFor([&] { return *desktop.appearance() == expected; });
   }
 
+  /// Whether one that was just made knows it. A busy machine may let the portal's time pass.
+  bool isKnownAtOnce(const char* name, const Appearance& expected) {
+    return waitFor(
+        [&] { return *DesktopAppearance(laptop.session(), name).appearance() == expected; });
+  }
+
   Laptop laptop;
 };
 
@@ -35,8 +41,7 @@ TEST_F(DesktopAppearanceTest, HasNoWishesWithoutAPortalOrABus) {
 TEST_F(DesktopAppearanceTest, KnowsTheWishesFromTheStart) {
   laptop.setAppearance("color-scheme", variant(std::uint32_t{1}));
   laptop.setAppearance("accent-color", variant(Color{1.0, 0.5, 0.0}));
-  DesktopAppearance desktop(laptop.session(), "XFCE");
-  EXPECT_EQ(*desktop.appearance(), (Appearance{ColorScheme::dark, 0xFF8000U}));
+  EXPECT_TRUE(isKnownAtOnce("XFCE", {ColorScheme::dark, 0xFF8000U}));
 }
 
 TEST_F(DesktopAppearanceTest, FollowsEachChangeAndAnnouncesItOnce) {
@@ -78,7 +83,9 @@ TEST_F(DesktopAppearanceTest, HearsAPortalThatStartsLater) {
 TEST_F(DesktopAppearanceTest, FollowsTheWishForContrast) {
   laptop.setAppearance("contrast", variant(std::uint32_t{1}));
   DesktopAppearance desktop(laptop.session(), "XFCE");
-  EXPECT_TRUE(desktop.appearance()->highContrast);
+  Appearance expected;
+  expected.highContrast = true;
+  EXPECT_TRUE(becomes(desktop, expected));
   laptop.setAppearance("contrast", variant(std::uint32_t{0}));
   EXPECT_TRUE(becomes(desktop, {}));
 }
@@ -93,7 +100,7 @@ TEST_F(DesktopAppearanceTest, HasGnomesFontOnGnomeAlone) {
   expected.font = "Cantarell 11";
   expected.textScale = 1.25;
   for (const char* gnome : {"GNOME", "ubuntu:GNOME", "GNOME-Classic:GNOME"}) {
-    EXPECT_EQ(*DesktopAppearance(laptop.session(), gnome).appearance(), expected) << gnome;
+    EXPECT_TRUE(isKnownAtOnce(gnome, expected)) << gnome;
   }
 }
 
