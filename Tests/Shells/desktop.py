@@ -5,6 +5,7 @@
 import dataclasses
 import os
 import pathlib
+import re
 import signal
 import subprocess
 
@@ -76,7 +77,7 @@ class Notification:
     title: str
     body: str
     buttons: tuple[str, ...] = ()
-    application: str = ""
+    application: str | None = ""  # None where the shell shows none of any
     icon: str = ""
     banner: bool = False  # it lies over the screen now
 
@@ -108,7 +109,6 @@ class Desktop:
         # One that starts services by itself, as on a real desktop: the portal, the settings, the notifications.
         self.spawn("bus", "dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}")
         self.bus = wait_for(lambda: connected(address), "the session bus")
-        self.bus.set_exit_on_close(False)
         self.start_shell()
 
     def stop(self):
@@ -278,14 +278,20 @@ class Desktop:
 
 
 def connected(address):
-    """A connection to a bus, or None while it takes none."""
-    flags = Gio.DBusConnectionFlags
+    """A connection to a bus, or None as long as nobody listens there."""
+    flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
     try:
-        return Gio.DBusConnection.new_for_address_sync(
-            address, flags.AUTHENTICATION_CLIENT | flags.MESSAGE_BUS_CONNECTION, None, None
-        )
+        bus = Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
     except GLib.Error:
         return None
+    bus.set_exit_on_close(False)
+    return bus
+
+
+def version_of(package):
+    """The first two numbers of an installed package's version."""
+    told = subprocess.check_output(["dpkg-query", "--show", "--showformat", "${Version}", package], text=True)
+    return ".".join(re.findall(r"\d+", told.split(":")[-1])[:2])
 
 
 def end(child):
