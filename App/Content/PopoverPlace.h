@@ -70,23 +70,30 @@ inline ScreenPoint popoverPlace(std::optional<ScreenPoint> click, ScreenSize siz
 }
 
 /// Where the mouse is: as the toolkit counts, and in the display's pixels, `scale` of which are one
-/// of the toolkit's.
+/// of the toolkit's; and the whole screen that it is on, as the toolkit counts.
 struct Pointer {
   ScreenPoint at;
   ScreenPoint pixels;
   double scale = 1;
+  ScreenRect screen;
 };
 
 /// The click as the toolkit counts. Trays report it in the display's pixels or in larger ones of
-/// the desktop; the pointer that clicked stands at one of the two, else the tray is believed.
-/// Absent for the origin, which trays report that do not know.
+/// the desktop, MATE's from the corner of its panel; the pointer that clicked stands at one of the
+/// first two, or at an edge of its screen, where panels are. Else the tray is believed. Absent for
+/// the origin, which trays report that do not know.
 inline std::optional<ScreenPoint> clickedAt(ScreenPoint reported, const Pointer& pointer) {
-  const double near = 48 * pointer.scale;
+  constexpr int kPanel = 48;
+  const double near = kPanel * pointer.scale;
   const auto isNear = [&](double x, double y) {
     return std::abs(x - pointer.pixels.x) <= near && std::abs(y - pointer.pixels.y) <= near;
   };
   if (reported == ScreenPoint{}) return std::nullopt;
-  const bool isThere = isNear(reported.x, reported.y) ||
+  const ScreenPoint at = pointer.at;
+  const ScreenRect& screen = pointer.screen;
+  const int toEdge =
+      std::min({at.x - screen.x, screen.right() - at.x, at.y - screen.y, screen.bottom() - at.y});
+  const bool isThere = toEdge < kPanel || isNear(reported.x, reported.y) ||
                        isNear(reported.x * pointer.scale, reported.y * pointer.scale);
   return isThere ? pointer.at : reported;
 }

@@ -68,18 +68,28 @@ TEST(PopoverHeight, LeavesAGapAboveAndBelow) {
   EXPECT_EQ(popoverHeight(9000, {{}, {}}), 0);
 }
 
+const ScreenRect kScreen{0, 0, 1800, 1000};
+
 TEST(ClickedAt, KnowsTheClickWhicheverPixelsTheTrayCounts) {
-  const Pointer pointer{{1150, 14}, {1150, 14}, 1};
-  EXPECT_EQ(clickedAt({1150, 14}, pointer), pointer.at);
-  EXPECT_EQ(clickedAt({1140, 28}, pointer), pointer.at);  // the item's corner
+  // Of a panel that is higher than any.
+  const Pointer pointer{{1150, 80}, {1150, 80}, 1, kScreen};
+  EXPECT_EQ(clickedAt({1150, 80}, pointer), pointer.at);
+  EXPECT_EQ(clickedAt({1140, 94}, pointer), pointer.at);  // the item's corner
   // Chosen with the keyboard: the pointer is elsewhere.
-  EXPECT_EQ(clickedAt({1150, 14}, {{300, 500}, {300, 500}, 1}), (ScreenPoint{1150, 14}));
+  EXPECT_EQ(clickedAt({1150, 14}, {{300, 500}, {300, 500}, 1, kScreen}), (ScreenPoint{1150, 14}));
   EXPECT_EQ(clickedAt({0, 0}, pointer), std::nullopt);
 
   // On the right of two monitors, each 1800 pixels wide.
-  const Pointer doubled{{1950, 14}, {2100, 28}, 2};
-  EXPECT_EQ(clickedAt({2100, 28}, doubled), doubled.at);
-  EXPECT_EQ(clickedAt({1050, 14}, doubled), doubled.at);
+  const Pointer doubled{{1950, 80}, {2100, 160}, 2, {1800, 0, 900, 500}};
+  EXPECT_EQ(clickedAt({2100, 160}, doubled), doubled.at);
+  EXPECT_EQ(clickedAt({1050, 80}, doubled), doubled.at);
+}
+
+TEST(ClickedAt, IsThePointerInAPanelWhateverItsTrayReports) {
+  for (const ScreenPoint at : {ScreenPoint{1150, 13}, ScreenPoint{1150, 990}, ScreenPoint{10, 500},
+                               ScreenPoint{1790, 500}}) {
+    EXPECT_EQ(clickedAt({0, 26}, {at, at, 1, kScreen}), at);
+  }
 }
 
 }  // namespace

@@ -78,7 +78,10 @@ Pointer pointer() {
   // A screen begins at the display's own pixel, and counts in larger ones from there.
   const QPoint corner = here->geometry().topLeft();
   const QPoint pixels = corner + (at - corner) * here->devicePixelRatio();
-  return {{at.x(), at.y()}, {pixels.x(), pixels.y()}, here->devicePixelRatio()};
+  return {{at.x(), at.y()},
+          {pixels.x(), pixels.y()},
+          here->devicePixelRatio(),
+          rectOf(here->geometry())};
 }
 
 }  // namespace
