@@ -12,7 +12,7 @@ from gi.repository import Gio, GLib
 
 from desktop import Box, Desktop, Notification, Window, end, version_of
 from desktops.accessibility import NOTIFICATION, Accessibility, buttons, texts
-from desktops.x11 import ICON, WATCHER, run, said, shows_icon, start_x_server, unlock_by_password
+from desktops.x11 import ICON, WATCHER, run, said, shows_icon, start_x_server, unlock_by_password, wait_for_panel
 from lumora_testing.remote import wait_for
 from lumora_testing.screen import Picture
 
@@ -183,7 +183,7 @@ class Plasma(Desktop):
 
     def set_panel_dark(self, dark):
         run("plasma-apply-desktoptheme", "breeze-dark" if dark else "breeze-light")
-        wait_for(lambda: (sum(self.picture().pixel(*self.bare_panel())) < 384) == dark, "the panel's colour")
+        wait_for_panel(self, dark)
 
     def set_accent(self, number):
         run("plasma-apply-colorscheme", "--accent-color", ACCENTS[number])

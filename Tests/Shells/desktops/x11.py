@@ -36,6 +36,11 @@ def run(*command):
     subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
 
 
+def wait_for_panel(desktop, dark):
+    """Wait until the panel is dark, or light."""
+    wait_for(lambda: (sum(desktop.picture().pixel(*desktop.bare_panel())) < 384) == dark, "the panel's colour", 20)
+
+
 def said(*command):
     """What a command says, nothing where it fails: a window may go while it is looked at."""
     return subprocess.run(command, capture_output=True, text=True, check=False).stdout
@@ -57,9 +62,9 @@ def unlock_by_password(locked, display=None):
 
 
 def shows_icon(picture, box):
-    """Whether Lumora's icon is to be seen in an area: its ground has colours that nothing else has there."""
+    """Whether Lumora's icon is to be seen in an area: nothing else there is of its green, however a shell fades it."""
     pixels = {row[at : at + 3] for row in picture.area(*box.corners) for at in range(0, len(row), 3)}
-    return sum(abs(r - 0x20) < 24 and abs(g - 0x92) < 40 and abs(b - 0x83) < 24 for r, g, b in pixels) > 20
+    return sum(g - r > 50 and b - r > 35 and g >= b for r, g, b in pixels) > 20
 
 
 class X11(Desktop):
@@ -112,7 +117,7 @@ class X11(Desktop):
 
     def _windows(self):
         """By their numbers, the lowest first."""
-        visible = set(map(int, said("xdotool", "search", "--onlyvisible", "--name", ".").split()))
+        visible = set(map(int, said("xdotool", "search", "--onlyvisible", "--name", "--class", ".").split()))
         focus = said("xdotool", "getwindowfocus").strip()
         windows = {}
         for line in reversed(said("xwininfo", "-root", "-tree").splitlines()):

@@ -1,0 +1,76 @@
+# SPDX-FileCopyrightText: 2026 The Lumora authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Xfce on an X server without a screen."""
+
+import glob
+import os
+import pathlib
+import shutil
+
+from desktop import CannotBe, end, version_of
+from desktops.x11 import WATCHER, X11, run, wait_for_panel
+from lumora_testing.remote import wait_for
+
+
+class Xfce(X11):
+    """See Desktop."""
+
+    name = "Xfce"
+    environment = X11.environment | {
+        "XDG_CURRENT_DESKTOP": "XFCE",
+        "XDG_SESSION_DESKTOP": "xfce",
+        "DESKTOP_SESSION": "xfce",
+        "XDG_MENU_PREFIX": "xfce-",
+    }
+    notifier = "xfce4-notifyd"
+    locker = "xfce4-screensaver-command"
+
+    def start_shell(self):
+        self.name = f"Xfce {version_of('xfce4-panel')}"
+        self.start_session()
+        # As a user finds it first, not as the laptop's own.
+        shutil.rmtree(pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "xfce4")
+        self.spawn("settings", "xfsettingsd", "--no-daemon")
+        self.spawn("windows", "xfwm4")
+        self.spawn("desktop", "xfdesktop")
+        self.spawn("notifications", *glob.glob("/usr/lib/*/xfce4/notifyd/xfce4-notifyd"))
+        self.spawn("screensaver", "xfce4-screensaver")
+        self.wait_for_name("org.xfce.ScreenSaver")
+        self.wait_for_name("org.freedesktop.Notifications")
+        self._start_panel()
+
+    def _start_panel(self):
+        self._panel = self.spawn("panel", "xfce4-panel", "--disable-wm-check")
+        self.wait_for_name(WATCHER)
+
+    def restart_shell(self):
+        end(self._panel)
+        wait_for(lambda: not self.owned(WATCHER), "the end of the panel")
+        self._start_panel()
+
+    def item(self):
+        """The one button without a name that another program puts into the panel."""
+        return self.find_item("xfce4-panel", lambda panel, node: node.owner != panel.owner and not node.name)
+
+    def set_panel_dark(self, dark):
+        self._set("xfce4-panel", "/panels/dark-mode", "bool", str(dark).lower())
+        wait_for_panel(self, dark)
+
+    def set_dark(self, dark):
+        self._set("xsettings", "/Net/ThemeName", "string", "Adwaita-dark" if dark else "Adwaita")
+
+    def set_accent(self, number):
+        raise CannotBe("Xfce has none")
+
+    def set_text_size(self, factor):
+        self._set("xsettings", "/Xft/DPI", "int", str(round(96 * factor)))
+
+    def set_do_not_disturb(self, wanted):
+        self._set("xfce4-notifyd", "/do-not-disturb", "bool", str(wanted).lower())
+
+    @staticmethod
+    def _set(channel, key, kind, value):
+        run("xfconf-query", "--channel", channel, "--property", key, "--create", "--type", kind, "--set", value)
+
+
+DESKTOP = Xfce
