@@ -1,0 +1,65 @@
+# SPDX-FileCopyrightText: 2026 The Lumora authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""MATE on an X server without a screen."""
+
+from desktop import CannotBe, end, version_of
+from desktops.x11 import WATCHER, X11, run, wait_for_panel
+from lumora_testing.remote import wait_for
+
+DARK, LIGHT = "BlackMATE", "Menta"
+
+
+class Mate(X11):
+    """See Desktop."""
+
+    name = "MATE"
+    environment = X11.environment | {
+        "XDG_CURRENT_DESKTOP": "MATE",
+        "XDG_SESSION_DESKTOP": "mate",
+        "DESKTOP_SESSION": "mate",
+        "XDG_MENU_PREFIX": "mate-",
+    }
+    notifier = "mate-notification-daemon"
+    locker = "mate-screensaver-command"
+
+    def start_shell(self):
+        self.name = f"MATE {version_of('mate-panel')}"
+        self.start_session()
+        self.spawn("settings", "/usr/libexec/mate-settings-daemon", "--no-daemon")
+        self.spawn("windows", "marco")
+        self.spawn("notifications", "/usr/libexec/mate-notification-daemon/mate-notification-daemon")
+        self.spawn("desktop", "caja", "--no-default-window", "--force-desktop")
+        self.spawn("screensaver", "mate-screensaver", "--no-daemon")
+        self.wait_for_name("org.freedesktop.Notifications")
+        self._start_panel()
+
+    def _start_panel(self):
+        self._panel = self.spawn("panel", "mate-panel")
+        self.wait_for_name(WATCHER)
+
+    def restart_shell(self):
+        end(self._panel)
+        wait_for(lambda: not self.owned(WATCHER), "the end of the panel")
+        self._start_panel()
+
+    def item(self):
+        return self.find_item("mate-panel", lambda _, node: node.name == "Lumora")
+
+    def set_panel_dark(self, dark):
+        self.set_dark(dark)
+        wait_for_panel(self, dark)
+
+    def set_dark(self, dark):
+        run("gsettings", "set", "org.mate.interface", "gtk-theme", DARK if dark else LIGHT)
+
+    def set_accent(self, number):
+        raise CannotBe("MATE has none")
+
+    def set_text_size(self, factor):
+        run("gsettings", "set", "org.mate.font-rendering", "dpi", str(96 * factor))
+
+    def set_do_not_disturb(self, wanted):
+        run("gsettings", "set", "org.mate.NotificationDaemon", "do-not-disturb", str(wanted).lower())
+
+
+DESKTOP = Mate
