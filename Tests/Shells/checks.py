@@ -324,6 +324,8 @@ def reminders(tour):
         # One of them comes with the next of its looks at the clock, which it takes each minute.
         shown = wait_for(lambda: tour.shown(name), f"“{name}”", 100)  # noqa: B023
         tour.still()
+        # Once it is painted, its icon, too.
+        shown = tour.shown(name) or shown
         tour.keep("reminder-" + name.lower().replace(" ", "-"))
         if "Snooze 1 hour" not in shown.buttons:
             raise NotSeen(f"“{name}” has the buttons {shown.buttons}")

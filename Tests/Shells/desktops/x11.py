@@ -169,9 +169,9 @@ class X11(Desktop):
         found = []
         picture = self.picture()
         for window in self.accessibility.windows(self.notifier):
-            lines = [each for each in texts(window) if each != self.notifier]
             with contextlib.suppress(GLib.Error):
-                if window.showing and lines:
+                lines = [line for child in window.children for line in texts(child)]
+                if window.showing and len(lines) > 1:
                     icon = ICON if shows_icon(picture, window.box()) else ""
                     found.append(Notification(lines[0], lines[1], tuple(buttons(window)), None, icon, banner=True))
         return found
@@ -185,7 +185,7 @@ class X11(Desktop):
     def clear_notifications(self):
         """By the button of each that closes it, or by a click into it."""
         for window in list(self.accessibility.windows(self.notifier)):
-            if window.shows() and texts(window):
+            if window.shows() and len(texts(window)) > 1:
                 box = window.box()
                 self.click(box.left + box.width // 2, box.top + 8)
                 wait_for(lambda: not window.shows(), "the end of a notification", 10)  # noqa: B023
