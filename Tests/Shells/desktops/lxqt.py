@@ -5,12 +5,15 @@
 import configparser
 import os
 import pathlib
+import re
 
 from desktop import CannotBe, Notification, end, version_of
 from desktops.accessibility import buttons, texts
 from desktops.x11 import ICON, WATCHER, X11, shows_icon, wait_for_panel
 from lumora_testing.remote import wait_for
 
+# What Lumora's tooltips have in them.
+TOLD = re.compile("battery|charg|plugged", re.IGNORECASE)
 # So that they tell of their widgets.
 SPEAKING = ["env", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1"]
 
@@ -32,6 +35,8 @@ class Lxqt(X11):
     def start_shell(self):
         self.name = f"LXQt {version_of('lxqt-panel')}"
         self.start_session()
+        # What is not there when it starts it does not hear of.
+        self.set_do_not_disturb(False)
         self.spawn("windows", "openbox")
         self.spawn("desktop", "pcmanfm-qt", "--desktop", "--profile=lxqt")
         self.spawn("notifications", *SPEAKING, "lxqt-notificationd")
@@ -49,7 +54,7 @@ class Lxqt(X11):
 
     def item(self):
         """Its tooltip is its description."""
-        return self.find_item("lxqt-panel", lambda _, node: not node.name and "attery" in node.description)
+        return self.find_item("lxqt-panel", lambda _, node: not node.name and TOLD.search(node.description))
 
     def notifications(self):
         """One window has them all, each in an area of its own that begins with the program's name."""
