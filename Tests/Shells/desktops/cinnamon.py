@@ -1,0 +1,129 @@
+# SPDX-FileCopyrightText: 2026 The Lumora authors
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Cinnamon on an X server without a screen: its own script engine tells what it shows."""
+
+import glob
+import json
+
+from gi.repository import GLib
+
+from desktop import Box, CannotBe, Notification, end, version_of
+from desktops.x11 import ICON, WATCHER, X11, run, shows_icon
+from lumora_testing.remote import wait_for
+
+SHELL = "org.Cinnamon", "/org/Cinnamon", "org.Cinnamon"
+PRELUDE = """
+(() => {
+  const {St} = imports.gi, Main = imports.ui.main;
+  const box = actor => {
+    const [x, y] = actor.get_transformed_position(), [width, height] = actor.get_transformed_size();
+    return width > 0 ? [x, y, width, height] : null;
+  };
+  const all = actor => actor ? [actor, ...actor.get_children().flatMap(all)] : [];
+  const texts = actor => all(actor).filter(a => a instanceof St.Label && a.mapped && a.text).map(a => a.text);
+  const applet = imports.ui.appletManager.getRunningInstancesForUuid('xapp-status@cinnamon.org')[0];
+  const icons = applet ? Object.values(applet.statusIcons) : [];
+  const item = () => icons.filter(icon => icon.actor.mapped && icon.proxy.name.includes('umora'))[0];
+"""
+
+
+class Cinnamon(X11):
+    """See Desktop."""
+
+    name = "Cinnamon"
+    environment = X11.environment | {
+        "XDG_CURRENT_DESKTOP": "X-Cinnamon",
+        "XDG_SESSION_DESKTOP": "cinnamon",
+        "DESKTOP_SESSION": "cinnamon",
+    }
+    locker = "cinnamon-screensaver-command"
+
+    def start_shell(self):
+        self.name = f"Cinnamon {version_of('cinnamon')}"
+        self.start_session()
+        for part in ("xsettings", "background"):
+            self.spawn("settings", f"csd-{part}")
+        self.spawn("watcher", *glob.glob("/usr/lib/*/xapps/xapp-sn-watcher"))
+        self._start_panel()
+
+    def _start_panel(self):
+        self._shell = self.spawn("shell", "cinnamon", "--replace")
+        wait_for(self._answers, "Cinnamon")
+        self.wait_for_name(WATCHER)
+
+    def restart_shell(self):
+        end(self._shell)
+        self._start_panel()
+
+    def _answers(self):
+        try:
+            return self._script("return applet ? 1 : 0;", seconds=5) == 1
+        except GLib.Error:
+            return False
+
+    def _script(self, body, seconds=60):
+        """Run a function's body in the shell; what it returns."""
+        good, told = self.call(*SHELL, "Eval", "(s)", f"{PRELUDE}\n{body}\n}})()", seconds=seconds)
+        if not good:
+            raise GLib.Error(told)
+        return json.loads(told) if told else None
+
+    def item(self):
+        found = self._script("const icon = item(); return icon ? box(icon.actor) : null;")
+        return Box(*map(round, found)) if found else None
+
+    def notifications(self):
+        """The banner, and those that wait for their turn."""
+        told = self._script(
+            """const tray = Main.messageTray, shown = tray._notification;
+               const of = n => ({title: n._titleLabel.text, texts: texts(n.actor), box: box(n.actor)});
+               const buttons = n => all(n.actor).filter(a => a instanceof St.Button && a.label).map(a => a.label);
+               const told = n => ({...of(n), buttons: buttons(n), banner: n === shown});
+               return (shown ? [shown] : []).concat(tray._notificationQueue).map(told);"""
+        )
+        return [self._notification(**each) for each in told]
+
+    def _notification(self, title, texts, box, buttons, banner):
+        icon = ICON if banner and box and shows_icon(self.picture(), Box(*map(round, box))) else ""
+        return Notification(title, " ".join(texts[1:]), tuple(buttons), None, icon, banner)
+
+    def press(self, notification, label):
+        found = wait_for(
+            lambda: self._script(
+                f"""const button = all(Main.messageTray._notificationBin)
+                      .filter(a => a instanceof St.Button && a.mapped && a.label === {json.dumps(label)})[0];
+                    return button ? box(button) : null;"""
+            ),
+            f"the button {label}",
+        )
+        self.click(*Box(*map(round, found)).middle)
+
+    def clear_notifications(self):
+        wait_for(
+            lambda: self._script(
+                """const tray = Main.messageTray;
+                   [tray._notification, ...tray._notificationQueue].forEach(n => n?.destroy());
+                   return !tray._notification;"""
+            ),
+            "the end of the notifications",
+        )
+
+    def set_panel_dark(self, dark):
+        if not dark:
+            raise CannotBe("Debian has Cinnamon's dark panel alone")
+
+    def set_dark(self, dark):
+        run("gsettings", "set", "org.x.apps.portal", "color-scheme", "prefer-dark" if dark else "prefer-light")
+
+    def set_accent(self, number):
+        raise CannotBe("Cinnamon has themes instead")
+
+    def set_text_size(self, factor):
+        run("gsettings", "set", "org.cinnamon.desktop.interface", "text-scaling-factor", str(factor))
+
+    def set_do_not_disturb(self, wanted):
+        shown = str(not wanted).lower()
+        run("gsettings", "set", "org.cinnamon.desktop.notifications", "display-notifications", shown)
+
+
+DESKTOP = Cinnamon
