@@ -31,6 +31,8 @@ class Xfce(X11):
         # As a user finds it first, not as the laptop's own.
         shutil.rmtree(pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "xfce4")
         self.spawn("settings", "xfsettingsd", "--no-daemon")
+        # Where no theme was ever chosen the panel takes none of its own.
+        self.set_dark(False)
         self.spawn("windows", "xfwm4")
         self.spawn("desktop", "xfdesktop")
         self.spawn("notifications", *glob.glob("/usr/lib/*/xfce4/notifyd/xfce4-notifyd"))
