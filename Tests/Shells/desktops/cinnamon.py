@@ -78,7 +78,7 @@ class Cinnamon(X11):
             """const tray = Main.messageTray, shown = tray._notification;
                const of = n => ({title: n._titleLabel.text, texts: texts(n.actor), box: box(n.actor)});
                const buttons = n => all(n.actor).filter(a => a instanceof St.Button && a.label).map(a => a.label);
-               const told = n => ({...of(n), buttons: buttons(n), banner: n === shown});
+               const told = n => ({...of(n), buttons: buttons(n), banner: n === shown && texts(n.actor).length > 0});
                return (shown ? [shown] : []).concat(tray._notificationQueue).map(told);"""
         )
         return [self._notification(**each) for each in told]
