@@ -19,6 +19,11 @@ class SoundProcessTest : public testing::Test {
  protected:
   void SetUp() override { laptop.reset(); }
 
+  /// No sound of one test is heard in the next.
+  void TearDown() override {
+    EXPECT_TRUE(waitFor([&] { return children() == others; }));
+  }
+
   /// The processes that were started here and have not been waited for.
   static std::string children() {
     std::string pids;
@@ -31,6 +36,7 @@ class SoundProcessTest : public testing::Test {
   }
 
   Laptop laptop;
+  const std::string others = children();
   TemporaryFolder sounds;
   SoundProcess player{LUMORA_SOUND, sounds.path()};
 };
@@ -72,15 +78,14 @@ TEST_F(SoundProcessTest, IsSilentWithoutItsProgram) {
 TEST_F(SoundProcessTest, LeavesNothingBehindWithAndWithoutASoundServer) {
   std::filesystem::copy_file("/usr/share/sounds/freedesktop/stereo/bell.oga",
                              sounds.path() / "Ping.oga");
-  const auto before = children();
   // The second begins while the first plays.
   for (int i = 0; i < 2; ++i) player.play(NamedSound{"Ping"});
   EXPECT_TRUE(waitFor([&] { return laptop.sounds().size() == 2; }));
-  EXPECT_TRUE(waitFor([&] { return children() == before; }));
+  EXPECT_TRUE(waitFor([&] { return children() == others; }));
   const auto open = openFiles();
   laptop.kill("sound");
   for (int i = 0; i < 2; ++i) player.play(NamedSound{"Ping"});
-  EXPECT_TRUE(waitFor([&] { return children() == before; }));
+  EXPECT_TRUE(waitFor([&] { return children() == others; }));
   EXPECT_LE(openFiles(), open);
 }
 
