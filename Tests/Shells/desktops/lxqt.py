@@ -7,15 +7,15 @@ import os
 import pathlib
 import re
 
-from desktop import CannotBe, Notification, end, version_of
+from desktop import CannotBe, Notification, version_of
 from desktops.accessibility import buttons, texts
-from desktops.x11 import ICON, WATCHER, X11, shows_icon, wait_for_panel
+from desktops.x11 import ICON, X11, shows_icon, wait_for_panel
 from lumora_testing.remote import wait_for
 
 # What Lumora's tooltips have in them.
 TOLD = re.compile("battery|charg|plugged", re.IGNORECASE)
 # So that they tell of their widgets.
-SPEAKING = ["env", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1"]
+SPEAKING = "env", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1"
 
 
 class Lxqt(X11):
@@ -30,6 +30,7 @@ class Lxqt(X11):
         "XDG_CONFIG_DIRS": "/etc:/etc/xdg:/usr/share",
         "QT_QPA_PLATFORMTHEME": "lxqt",
     }
+    panel = (*SPEAKING, "lxqt-panel")
     notifier = "lxqt-notificationd"
 
     def start_shell(self):
@@ -41,16 +42,7 @@ class Lxqt(X11):
         self.spawn("desktop", "pcmanfm-qt", "--desktop", "--profile=lxqt")
         self.spawn("notifications", *SPEAKING, "lxqt-notificationd")
         self.wait_for_name("org.freedesktop.Notifications")
-        self._start_panel()
-
-    def _start_panel(self):
-        self._panel = self.spawn("panel", *SPEAKING, "lxqt-panel")
-        self.wait_for_name(WATCHER)
-
-    def restart_shell(self):
-        end(self._panel)
-        wait_for(lambda: not self.owned(WATCHER), "the end of the panel")
-        self._start_panel()
+        self.start_panel()
 
     def item(self):
         """Its tooltip is its description."""

@@ -2,9 +2,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """MATE on an X server without a screen."""
 
-from desktop import CannotBe, end, version_of
-from desktops.x11 import WATCHER, X11, run, wait_for_panel
-from lumora_testing.remote import wait_for
+from desktop import CannotBe, version_of
+from desktops.x11 import X11, run, wait_for_panel
 
 DARK, LIGHT = "BlackMATE", "Menta"
 
@@ -19,6 +18,7 @@ class Mate(X11):
         "DESKTOP_SESSION": "mate",
         "XDG_MENU_PREFIX": "mate-",
     }
+    panel = ("mate-panel",)
     notifier = "mate-notification-daemon"
     locker = "mate-screensaver-command"
 
@@ -31,16 +31,7 @@ class Mate(X11):
         self.spawn("desktop", "caja", "--no-default-window", "--force-desktop")
         self.spawn("screensaver", "mate-screensaver", "--no-daemon")
         self.wait_for_name("org.freedesktop.Notifications")
-        self._start_panel()
-
-    def _start_panel(self):
-        self._panel = self.spawn("panel", "mate-panel")
-        self.wait_for_name(WATCHER)
-
-    def restart_shell(self):
-        end(self._panel)
-        wait_for(lambda: not self.owned(WATCHER), "the end of the panel")
-        self._start_panel()
+        self.start_panel()
 
     def item(self):
         return self.find_item("mate-panel", lambda _, node: node.name == "Lumora")

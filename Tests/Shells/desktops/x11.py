@@ -9,7 +9,7 @@ import subprocess
 
 from gi.repository import GLib
 
-from desktop import Box, CannotBe, Desktop, MenuLine, Notification, Window
+from desktop import Box, CannotBe, Desktop, MenuLine, Notification, Window, end
 from desktops.accessibility import MENU_ITEMS, Accessibility, buttons, texts
 from lumora_testing import screen
 from lumora_testing.remote import wait_for
@@ -72,6 +72,7 @@ class X11(Desktop):
 
     environment = {"XDG_SESSION_TYPE": "x11", "XDG_SESSION_CLASS": "user", "LIBGL_ALWAYS_SOFTWARE": "1"}
     menus = ()  # the programs that the menu of an item is of, as they are called
+    panel = ()  # the command of the panel, where that is a program of its own
     notifier = ""  # the program that shows notifications
     locker = ""  # the command that locks the screen
 
@@ -80,6 +81,16 @@ class X11(Desktop):
         os.environ["DISPLAY"] = start_x_server(self)
         self.tell_bus("DISPLAY", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE")
         self.accessibility = Accessibility(self)
+
+    def start_panel(self):
+        """Start it and wait for its tray."""
+        self._panel = self.spawn("panel", *self.panel)
+        self.wait_for_name(WATCHER)
+
+    def restart_shell(self):
+        end(self._panel)
+        wait_for(lambda: not self.owned(WATCHER), "the end of the panel")
+        self.start_panel()
 
     def find_item(self, panel, condition):
         """The box of the button in the panel's program for which the condition is true, or None."""

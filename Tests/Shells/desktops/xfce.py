@@ -7,9 +7,8 @@ import os
 import pathlib
 import shutil
 
-from desktop import CannotBe, end, version_of
-from desktops.x11 import WATCHER, X11, run, wait_for_panel
-from lumora_testing.remote import wait_for
+from desktop import CannotBe, version_of
+from desktops.x11 import X11, run, wait_for_panel
 
 
 class Xfce(X11):
@@ -22,6 +21,7 @@ class Xfce(X11):
         "DESKTOP_SESSION": "xfce",
         "XDG_MENU_PREFIX": "xfce-",
     }
+    panel = ("xfce4-panel", "--disable-wm-check")
     notifier = "xfce4-notifyd"
     locker = "xfce4-screensaver-command"
 
@@ -39,16 +39,7 @@ class Xfce(X11):
         self.spawn("screensaver", "xfce4-screensaver")
         self.wait_for_name("org.xfce.ScreenSaver")
         self.wait_for_name("org.freedesktop.Notifications")
-        self._start_panel()
-
-    def _start_panel(self):
-        self._panel = self.spawn("panel", "xfce4-panel", "--disable-wm-check")
-        self.wait_for_name(WATCHER)
-
-    def restart_shell(self):
-        end(self._panel)
-        wait_for(lambda: not self.owned(WATCHER), "the end of the panel")
-        self._start_panel()
+        self.start_panel()
 
     def item(self):
         """The one button without a name that another program puts into the panel."""
