@@ -127,6 +127,10 @@ void PopoverWindow::showAt(std::optional<ScreenPoint> click) {
     click_ = known;
   }
   if (!isVisible()) dress();
+  // It may be given another size or scale meanwhile.
+  if (const QScreen* screen = monitorAt(click_)) {
+    connect(screen, &QScreen::geometryChanged, this, &PopoverWindow::fit, Qt::UniqueConnection);
+  }
   // Before it is shown: a window that grows or moves afterwards is seen to jump.
   view_->updateContent();
   fit();

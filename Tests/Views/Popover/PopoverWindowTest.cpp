@@ -20,6 +20,7 @@
 #include <fstream>
 
 #include <gtest/gtest.h>
+#include <qpa/qwindowsysteminterface.h>
 
 namespace lumora::test {
 namespace {
@@ -186,6 +187,24 @@ TEST(PopoverWindow, HasItsSizeAndPlaceBeforeItIsSeen) {
     EXPECT_EQ(popover.window.geometry().bottom() + 1, 790 - 8);
     popover.window.close();
   }
+}
+
+TEST(PopoverWindow, FitsItsScreenWhenThatBecomesSmaller) {
+  QScreen* screen = QGuiApplication::primaryScreen();
+  const QRect usual = screen->geometry();
+  const auto becomes = [&](const QRect& area) {
+    QWindowSystemInterface::handleScreenGeometryChange(screen, area, area);
+    for (int i = 0; i < 3; ++i) QCoreApplication::processEvents();
+  };
+  Popover popover;
+  const PopoverWindow& window = popover.window;
+  popover.window.showAt(ScreenPoint{700, 790});
+  const QRect before = window.geometry();
+  const QRect small(0, 0, 500, 350);
+  becomes(small);
+  EXPECT_TRUE(small.contains(window.geometry()));
+  becomes(usual);
+  EXPECT_EQ(window.geometry(), before);
 }
 
 TEST(PopoverWindow, StandsStillWhileTheUnfoldedTableIsRenewed) {
