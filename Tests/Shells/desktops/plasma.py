@@ -203,6 +203,7 @@ class Plasma(Desktop):
     def set_scale(self, factor):
         run("kscreen-doctor", f"output.1.scale.{factor}")
         self._factor = factor
+        return factor
 
     def set_do_not_disturb(self, wanted):
         if wanted:
