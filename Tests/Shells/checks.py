@@ -232,10 +232,15 @@ def menu_after_snooze(tour):
 def settings_fit(tour):
     box = tour.open_settings()
     tour.keep("settings")
+    require_on_screen(tour, box)
+    return f"{box.width} × {box.height}"
+
+
+def require_on_screen(tour, box):
+    """All of it is on the screen."""
     width, height = tour.desktop.screen
     if box.left < 0 or box.top < 0 or box.right > width or box.bottom > height:
         raise NotSeen(f"{box} on {width} × {height}")
-    return f"{box.width} × {box.height}"
 
 
 def ground_of(tour, box):
@@ -308,9 +313,7 @@ def scale(tour):
         wait_for(lambda: (box := tour.desktop.popover()) and box.width > wanted - 4, "a larger popover", 20)
         tour.still()
         tour.keep("popover-scaled")
-        box, (width, height) = tour.desktop.popover(), tour.desktop.screen
-        if box.left < 0 or box.top < 0 or box.right > width or box.bottom > height:
-            raise NotSeen(f"{box} reaches beyond the screen")
+        require_on_screen(tour, tour.desktop.popover())
         return f"at {factor:.2f}"
     finally:
         tour.desktop.set_scale(1)

@@ -13,11 +13,9 @@ REGISTRY = "org.a11y.atspi.Registry"
 ROOT = "/org/a11y/atspi/accessible/root"
 ACCESSIBLE = "org.a11y.atspi.Accessible"
 COMPONENT = "org.a11y.atspi.Component"
-ON_SCREEN, IN_WINDOW = 0, 1
+ON_SCREEN = 0
 # Roles and states by their numbers, as AT-SPI has them.
 BUTTONS = (43, 62)  # push button, toggle button
-MENU_ITEMS = (8, 33, 35, 45)  # with a check, with a menu, plain, one of several
-LABEL = 29
 PUSH_BUTTON = 43
 NOTIFICATION = 101
 SHOWING = 1 << 25
@@ -64,9 +62,9 @@ class Node:
     def children(self):
         return [Node(self.bus, *each) for each in self.call(ACCESSIBLE, "GetChildren")[0]]
 
-    def box(self, where=ON_SCREEN):
+    def box(self):
         """Where it is."""
-        return Box(*self.call(COMPONENT, "GetExtents", "(u)", where)[0])
+        return Box(*self.call(COMPONENT, "GetExtents", "(u)", ON_SCREEN)[0])
 
     def shows(self):
         """Whether it is there and to be seen."""
@@ -75,17 +73,17 @@ class Node:
         except GLib.Error:
             return False
 
-    def within(self, showing=True):
+    def within(self):
         """It and all within that shows, from the top."""
         try:
-            if showing and not self.showing:
+            if not self.showing:
                 return
             yield self
             children = self.children
         except GLib.Error:
             return
         for child in children:
-            yield from child.within(showing)
+            yield from child.within()
 
 
 class Accessibility:

@@ -9,8 +9,8 @@ import subprocess
 
 from gi.repository import GLib
 
-from desktop import Box, CannotBe, Desktop, MenuLine, Notification, Window, end
-from desktops.accessibility import MENU_ITEMS, Accessibility, buttons, texts
+from desktop import Box, CannotBe, Desktop, Notification, Window, end
+from desktops.accessibility import Accessibility, buttons, texts
 from lumora_testing import screen
 from lumora_testing.remote import wait_for
 
@@ -71,7 +71,6 @@ class X11(Desktop):
     """See Desktop. A subclass brings the programs of `start_shell`, and finds the item."""
 
     environment = {"XDG_SESSION_TYPE": "x11", "XDG_SESSION_CLASS": "user", "LIBGL_ALWAYS_SOFTWARE": "1"}
-    menus = ()  # the programs that the menu of an item is of, as they are called
     panel = ()  # the command of the panel, where that is a program of its own
     notifier = ""  # the program that shows notifications
     locker = ""  # the command that locks the screen
@@ -160,20 +159,6 @@ class X11(Desktop):
 
     def key(self, name):
         screen.key(name)
-
-    def menu(self):
-        """As the panel's program tells it to screen readers, if it does."""
-        if not self.menus:
-            return None
-        lines = []
-        for window in self.accessibility.windows(*self.menus):
-            for node in window.within():
-                try:
-                    if node.role in MENU_ITEMS and node.name:
-                        lines.append(MenuLine(node.name, node.box()))
-                except GLib.Error:
-                    pass
-        return lines
 
     def notifications(self):
         """The windows of the program that shows them: a title, then a text."""
