@@ -3,6 +3,7 @@
 #include "Battery/BatteryReader.h"
 
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 #include <string_view>
 #include <utility>
@@ -53,6 +54,8 @@ bool isUsableBattery(const Dictionary& source) {
   const auto max = number(source, "Max Capacity");
   return number(source, "Current Capacity") && max && *max > 0;
 }
+
+static_assert(FLT_EVAL_METHOD == 0, "a percent is computed in doubles, and with no more digits");
 
 std::int64_t percentOf(double current, double max) {
   return std::llround(std::clamp(current / max * 100, 0.0, 100.0));
