@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Linux/Notifications/DesktopNotifications.h"
 
+#include "Linux/Notifications/DoNotDisturb.h"
 #include "Linux/Notifications/SoundProcess.h"
 
 #include <algorithm>
@@ -13,7 +14,6 @@ namespace {
 constexpr const char* kName = "org.freedesktop.Notifications";
 constexpr const char* kPath = "/org/freedesktop/Notifications";
 constexpr RemoteInterface kServer{kName, kPath, kName};
-constexpr RemoteInterface kServersProperties{kName, kPath, "org.freedesktop.DBus.Properties"};
 constexpr int kServersChoice = -1;  // how long a notification stays
 
 Glib::VariantBase hint(const Glib::ustring& text) {
@@ -149,24 +149,16 @@ void DesktopNotifications::onNotified(const BusReply& reply) {
     const auto id = reply.value<std::uint32_t>().value_or(0);
     if (id != 0) ids_[request.identifier] = id;
     if (!capabilities_ || !capabilities_->contains("sound")) {
-      callMethod(
-          session_,
-          {.remote = kServersProperties,
-           .method = "Get",
-           .arguments = busArguments<Glib::ustring, Glib::ustring>(kName, "Inhibited"),
-           .start = ServiceWatch::Start::ifRunning},
-          sigc::bind(sigc::mem_fun(*this, &DesktopNotifications::onInhibitedKnown), request.sound));
+      // A server that shows nothing for now does not say so; then nothing is to be heard either.
+      askNotToDisturb(session_, sigc::bind(sigc::mem_fun(*this, &DesktopNotifications::playUnless),
+                                           request.sound));
     }
   }
   next();
 }
 
-/// A server may have been told not to disturb: then it shows nothing, and nothing is to be heard.
-/// Most do not have the property.
-void DesktopNotifications::onInhibitedKnown(const BusReply& reply, const NotificationSound& sound) {
-  const bool inhibited =
-      valueOr<bool>(reply.value<Glib::VariantBase>().value_or(Glib::VariantBase()));
-  if (!inhibited) player_.play(sound);
+void DesktopNotifications::playUnless(bool notToDisturb, const NotificationSound& sound) {
+  if (!notToDisturb) player_.play(sound);
 }
 
 Properties DesktopNotifications::hintsFor(const NotificationSound& sound) const {

@@ -62,7 +62,7 @@ class DesktopNotifications final : public NotificationCentre, public sigc::track
   void notify();
   ServiceWatch::Start start() const;
   void onNotified(const BusReply& reply);
-  void onInhibitedKnown(const BusReply& reply, const NotificationSound& sound);
+  void playUnless(bool notToDisturb, const NotificationSound& sound);
   void onAction(std::uint32_t id, const std::string& action);
   void onClosed(std::uint32_t id);
   void close(std::uint32_t id);

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Linux/BusClient.h"
 #include "Linux/Laptop.h"
 #include "Linux/Notifications/DesktopNotifications.h"
 #include "Linux/WaitFor.h"
@@ -14,6 +15,50 @@ namespace {
 
 using namespace std::chrono_literals;
 using testing::UnorderedElementsAre;
+
+/// Xfce's settings as far as they tell of its notifications, owning `org.xfce.Xfconf`.
+class XfceSettings {
+ public:
+  XfceSettings()
+      : table_([this](const auto&, const auto&, const auto&, const auto&, const auto&,
+                      const auto& keys, const auto& invocation) {
+          ++asked;
+          const bool known = argument<Glib::ustring>(keys, 0) == "xfce4-notifyd" &&
+                             argument<Glib::ustring>(keys, 1) == "/do-not-disturb";
+          invocation->return_value(
+              busArguments<Glib::VariantBase>(Glib::Variant<bool>::create(known && doNotDisturb)));
+        }) {
+    const auto node = Gio::DBus::NodeInfo::create_for_xml(
+        "<node><interface name='org.xfce.Xfconf'><method name='GetProperty'>"
+        "<arg type='s'/><arg type='s'/><arg type='v' "
+        "direction='out'/></method></interface></node>");
+    object_ =
+        client_.connection()->register_object("/org/xfce/Xfconf", node->lookup_interface(), table_);
+    name("RequestName", arguments(Glib::ustring("org.xfce.Xfconf"), std::uint32_t{0}));
+  }
+
+  ~XfceSettings() {
+    client_.connection()->unregister_object(object_);
+    name("ReleaseName", arguments(Glib::ustring("org.xfce.Xfconf")));
+  }
+
+  XfceSettings(const XfceSettings&) = delete;
+  XfceSettings& operator=(const XfceSettings&) = delete;
+
+  bool doNotDisturb = false;
+  int asked = 0;
+
+ private:
+  void name(const char* method, const Glib::VariantContainerBase& what) {
+    EXPECT_EQ(client_.call(kMessageBus.service, kMessageBus.path, kMessageBus.name, method, what)
+                  .get<std::uint32_t>(),
+              1U);
+  }
+
+  BusClient client_;
+  Gio::DBus::InterfaceVTable table_;
+  guint object_ = 0;
+};
 
 /// Sends to the real notification server of the simulated laptop.
 class DesktopNotificationsTest : public testing::Test {
@@ -339,6 +384,18 @@ TEST_F(DesktopNotificationsTest, IsSilentWhileTheServerIsNotToDisturb) {
   add("low", "Not to be heard", NamedSound{"Ping"});
   EXPECT_EQ(shown(1).front().summary, "Not to be heard");
   setInhibited(false);
+  add("health", "To be heard", NamedSound{"Pop"});
+  EXPECT_TRUE(waitFor([&] { return !player.played.empty(); }));
+  EXPECT_EQ(player.played, (std::vector<NotificationSound>{NamedSound{"Pop"}}));
+}
+
+TEST_F(DesktopNotificationsTest, IsSilentWhileXfceIsNotToDisturb) {
+  XfceSettings settings;
+  settings.doNotDisturb = true;
+  add("low", "Not to be heard", NamedSound{"Ping"});
+  EXPECT_EQ(shown(1).front().summary, "Not to be heard");
+  EXPECT_TRUE(waitFor([&] { return settings.asked == 1; }));
+  settings.doNotDisturb = false;
   add("health", "To be heard", NamedSound{"Pop"});
   EXPECT_TRUE(waitFor([&] { return !player.played.empty(); }));
   EXPECT_EQ(player.played, (std::vector<NotificationSound>{NamedSound{"Pop"}}));
