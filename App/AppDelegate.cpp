@@ -167,6 +167,11 @@ void AppDelegate::quit() {
   }
 }
 
+bool AppDelegate::displayMayComeBack() const {
+  const Views* views = viewsLoader_.loaded();
+  return views == nullptr || views->displayMayComeBack();
+}
+
 /// From there the toolkit takes it, and hands it to the compositor with the window.
 void AppDelegate::takeActivationToken(const std::string& token) {
   if (token.size() <= kLongestToken) Glib::setenv("XDG_ACTIVATION_TOKEN", token);

@@ -55,6 +55,9 @@ class AppDelegate final : public ViewsHost {
   /// Shows the popover on a fresh reading, or closes it. Without a display nothing happens.
   void togglePopover(std::optional<ScreenPoint> click);
 
+  /// As the views say; true while there are none.
+  bool displayMayComeBack() const;
+
   /// The desktop's leave to take the focus with the next window.
   static void takeActivationToken(const std::string& token);
 

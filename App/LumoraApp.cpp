@@ -32,8 +32,9 @@ constexpr std::chrono::seconds kPatienceAtEnd{60};
 // A session that ends takes its compositor, its bus and its programs away in any order.
 constexpr std::chrono::milliseconds kSessionsEnd{1000};
 
-/// The running program, for when Qt loses the display: on X11 it calls exit(), on Wayland _exit(),
-/// on the main thread in the middle of anything, and on one of its own.
+/// The running program, for when the display is lost: Qt calls exit() on X11 then, and GTK, where
+/// Qt takes its looks from that, _exit(); on Wayland both call _exit(). It comes on the main thread
+/// in the middle of anything, and on one of Qt's own.
 LumoraApp* running = nullptr;
 
 /// The program: one for each session, without a window of its own.
@@ -55,23 +56,24 @@ class LumoraApp : public Gio::Application {
 
   bool isThisProcess() const { return getpid() == process_; }
 
-  /// A Wayland compositor that crashed may come back, and reminders need none: the program starts
-  /// anew in its process, without a display, unless the session ends.
-  [[noreturn]] void leaveCompositor() {
+  /// The display is lost.
+  [[noreturn]] void loseDisplay() {
     if (gettid() != process_) {
       // At the end the main thread waits for this one.
-      loop_.runSoon([this] { leaveCompositor(); });
+      loop_.runSoon([this] { loseDisplay(); });
       isEnding_.wait(false);
     }
-    leaveDisplay();
+    leaveDisplay(delegate_ && delegate_->displayMayComeBack());
   }
 
  private:
-  /// Also on another thread while the display keeps the main one, which then touches nothing.
-  [[noreturn]] void leaveDisplay() {
+  /// Saves. Where the display may come back, the program starts anew in its process, without one,
+  /// for reminders need none; unless the session ends. Also on another thread while the display
+  /// keeps the main one, which then touches nothing.
+  [[noreturn]] void leaveDisplay(bool mayComeBack) {
     save();
     const bool isAsked = isQuitting_ || end_->lastCame(kSessionsEnd);
-    if (!isAsked && session_ && !session_->is_closed()) {
+    if (mayComeBack && !isAsked && session_ && !session_->is_closed()) {
       close_range(3, ~0U, CLOSE_RANGE_CLOEXEC);
       execl(executable_.c_str(), executable_.c_str(), nullptr);
     }
@@ -91,7 +93,7 @@ class LumoraApp : public Gio::Application {
           isQuitting_ = true;
           quit();
         },
-        [this] { leaveDisplay(); });
+        [this] { leaveDisplay(true); });
     running = this;
     std::atexit(onExit);
     delegate_->applicationDidFinishLaunching();
@@ -121,11 +123,8 @@ class LumoraApp : public Gio::Application {
     Gio::Application::on_shutdown();
   }
 
-  /// The X11 display is gone, as it is at the end of a session.
   static void onExit() {
-    if (running == nullptr) return;
-    running->save();
-    std::_Exit(0);
+    if (running != nullptr) running->leaveDisplay(false);
   }
 
   /// Where the loop no longer runs.
@@ -154,7 +153,7 @@ class LumoraApp : public Gio::Application {
 /// In the place of the C library's, which libraries call. Not for a child that is about to start
 /// another program.
 extern "C" void _exit(int status) {
-  if (running != nullptr && running->isThisProcess()) running->leaveCompositor();
+  if (running != nullptr && running->isThisProcess()) running->loseDisplay();
   std::_Exit(status);
 }
 

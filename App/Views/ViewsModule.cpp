@@ -3,6 +3,7 @@
 #include "Views/ViewsModule.h"
 
 #include "Base/Texts.h"
+#include "Views/Display.h"
 #include "Views/DisplayProbe.h"
 #include "Views/Popover/PopoverWindow.h"
 #include "Views/Settings/SettingsWindow.h"
@@ -50,6 +51,7 @@ class QtViews final : public Views {
   bool anyShown() const override {
     return popover_->isVisible() || (settings_ && settings_->isVisible());
   }
+  bool displayMayComeBack() const override { return onWayland_; }
   void rest() override {
     popover_->leaveScreen();
     QPixmapCache::clear();
@@ -84,6 +86,7 @@ class QtViews final : public Views {
   char name_[7] = "lumora";
   char* arguments_[2] = {name_, nullptr};
   QApplication application_;
+  const bool onWayland_ = isOnWayland();
   QTranslator toolkitsTexts_;
   DesktopLooks looks_;
   Subscription appearanceChanged_;

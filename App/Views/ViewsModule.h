@@ -57,6 +57,10 @@ class Views {
   /// Whether the popover or the settings are on the screen.
   virtual bool anyShown() const = 0;
 
+  /// Whether a display that is lost may come back, as a compositor may that crashed; an X server
+  /// takes its session along. At any time, also in the middle of anything.
+  virtual bool displayMayComeBack() const = 0;
+
   /// Gives up what only a window on the screen needs, until the next one is shown.
   virtual void rest() = 0;
 

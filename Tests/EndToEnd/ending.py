@@ -11,7 +11,7 @@ import subprocess
 import sys
 import unittest
 
-from lumora_testing.bundle import Lumora, forget, start_again, windows
+from lumora_testing.bundle import UNDER_GTK, Lumora, forget, is_on_gtk, start_again, windows
 from lumora_testing.remote import PATIENCE_SECONDS, RemoteLaptop, wait_for
 
 BUNDLE = sys.argv.pop()
@@ -74,6 +74,15 @@ class Ending(unittest.TestCase):
         lumora = self.running()
         self.assertEqual(start_again(BUNDLE), 0)
         wait_for(lambda: windows("Lumora"), "the popover")
+        RemoteLaptop().kill("display")
+        self.ends(lumora)
+
+    def test_with_the_display_that_gtk_is_on_too(self):
+        """Where Qt takes its looks from GTK, that may be the first to find the display gone."""
+        lumora = self.running(**UNDER_GTK)
+        self.assertEqual(start_again(BUNDLE), 0)
+        wait_for(lambda: windows("Lumora"), "the popover")
+        self.assertTrue(is_on_gtk(lumora))
         RemoteLaptop().kill("display")
         self.ends(lumora)
 

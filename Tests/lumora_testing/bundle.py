@@ -15,6 +15,8 @@ from lumora_testing.remote import PATIENCE_SECONDS, wait_for
 MENU = "/MenuBar", "com.canonical.dbusmenu"
 # As long as a click on the item may be the one that closed the popover, and a little longer.
 DOUBLE_CLICK_SECONDS = 0.5
+# Where Qt loads GTK, if the package is there that Debian recommends beside it.
+UNDER_GTK = {"XDG_CURRENT_DESKTOP": "XFCE"}
 
 
 def forget():
@@ -43,6 +45,11 @@ def start_again(bundle):
     """What a user does who looks for the popover; the exit code. Waits until the first one can be found."""
     wait_for(running, "a running Lumora")
     return subprocess.run([pathlib.Path(bundle) / "lumora"], timeout=PATIENCE_SECONDS).returncode
+
+
+def is_on_gtk(lumora):
+    """Whether a running one has loaded GTK."""
+    return "libgtk-3" in pathlib.Path(f"/proc/{lumora.process.pid}/maps").read_text()
 
 
 def windows(title):

@@ -59,7 +59,7 @@ Glib::VariantBase ExportedObject::property(const Glib::ustring& name) const {
 
 void ExportedObject::emit(const Glib::ustring& signal,
                           const Glib::VariantContainerBase& arguments) {
-  connection_->emit_signal(path_, interface_->gobj()->name, signal, {}, arguments);
+  send(interface_->gobj()->name, signal, arguments);
 }
 
 void ExportedObject::announce(const std::vector<Glib::ustring>& changed,
@@ -67,9 +67,17 @@ void ExportedObject::announce(const std::vector<Glib::ustring>& changed,
   Properties values;
   for (const Glib::ustring& name : changed) values.emplace(name, property(name));
   using Arguments = std::tuple<Glib::ustring, Properties, std::vector<Glib::ustring>>;
-  connection_->emit_signal(
-      path_, "org.freedesktop.DBus.Properties", "PropertiesChanged", {},
-      Glib::Variant<Arguments>::create({interface_->gobj()->name, values, invalidated}));
+  send("org.freedesktop.DBus.Properties", "PropertiesChanged",
+       Glib::Variant<Arguments>::create({interface_->gobj()->name, values, invalidated}));
+}
+
+void ExportedObject::send(const Glib::ustring& interface, const Glib::ustring& signal,
+                          const Glib::VariantContainerBase& arguments) {
+  try {
+    connection_->emit_signal(path_, interface, signal, {}, arguments);
+  } catch (const Glib::Error&) {
+    // The bus has gone, and with it all who listened.
+  }
 }
 
 }  // namespace lumora

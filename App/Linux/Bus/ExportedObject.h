@@ -52,6 +52,8 @@ class ExportedObject {
   void onCall(const Glib::ustring& method, const Glib::VariantContainerBase& arguments,
               const Glib::RefPtr<Gio::DBus::MethodInvocation>& invocation);
   Glib::VariantBase property(const Glib::ustring& name) const;
+  void send(const Glib::ustring& interface, const Glib::ustring& signal,
+            const Glib::VariantContainerBase& arguments);
 
   BusConnection connection_;
   std::string path_;
