@@ -106,14 +106,14 @@ class Accessibility:
                 with contextlib.suppress(GLib.Error):
                     yield from program.children
 
-    def button(self, program, condition):
-        """A push button in the windows of a program for which the condition is true, or None."""
+    def button(self, program, condition, roles=(PUSH_BUTTON,)):
+        """A button in the windows of a program for which the condition is true, or None."""
         # What is just laid out anew shows nothing for a moment.
         for _ in range(LOOKS):
             for window in self.windows(program):
                 for node in window.within():
                     with contextlib.suppress(GLib.Error):
-                        if node.role == PUSH_BUTTON and condition(window, node):
+                        if node.role in roles and condition(window, node):
                             return node
         return None
 

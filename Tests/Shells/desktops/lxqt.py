@@ -31,6 +31,8 @@ class Lxqt(X11):
         "QT_QPA_PLATFORMTHEME": "lxqt",
     }
     panel = (*SPEAKING, "lxqt-panel")
+    panel_program = "lxqt-panel"
+    other = "Removable media"
     notifier = "lxqt-notificationd"
 
     def start_shell(self):
@@ -46,7 +48,7 @@ class Lxqt(X11):
 
     def item(self):
         """Its tooltip is its description."""
-        return self.find_item("lxqt-panel", lambda _, node: not node.name and TOLD.search(node.description))
+        return self.find_item(lambda _, node: not node.name and TOLD.search(node.description))
 
     def notifications(self):
         """One window has them all, each in an area of its own that begins with the program's name."""

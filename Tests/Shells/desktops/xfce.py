@@ -22,6 +22,8 @@ class Xfce(X11):
         "XDG_MENU_PREFIX": "xfce-",
     }
     panel = ("xfce4-panel", "--disable-wm-check")
+    panel_program = "xfce4-panel"
+    other = "Applications"
     notifier = "xfce4-notifyd"
     locker = "xfce4-screensaver-command"
 
@@ -43,7 +45,7 @@ class Xfce(X11):
 
     def item(self):
         """The one button without a name that another program puts into the panel."""
-        return self.find_item("xfce4-panel", lambda panel, node: node.owner != panel.owner and not node.name)
+        return self.find_item(lambda panel, node: node.owner != panel.owner and not node.name)
 
     def set_panel_dark(self, dark):
         self._set("xfce4-panel", "/panels/dark-mode", "bool", str(dark).lower())
