@@ -93,9 +93,9 @@ class X11(Desktop):
         wait_for(lambda: not self.owned(WATCHER), "the end of the panel")
         self.start_panel()
 
-    def find_item(self, condition):
-        """The box of the button in the panel's program for which the condition is true, or None."""
-        node = self.accessibility.button(self.panel_program, condition)
+    def find_item(self, condition, program=None):
+        """The box of the button in the panel, or a plugin's program, for which the condition is true, or None."""
+        node = self.accessibility.button(program or self.panel_program, condition)
         with contextlib.suppress(GLib.Error):
             return node.box() if node else None
         return None

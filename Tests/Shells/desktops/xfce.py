@@ -44,8 +44,8 @@ class Xfce(X11):
         self.start_panel()
 
     def item(self):
-        """The one button without a name that another program puts into the panel."""
-        return self.find_item(lambda panel, node: node.owner != panel.owner and not node.name)
+        """The one button without a name in the tray, which is a program of its own."""
+        return self.find_item(lambda _, node: not node.name, "wrapper-2.0")
 
     def set_panel_dark(self, dark):
         self._set("xfce4-panel", "/panels/dark-mode", "bool", str(dark).lower())
