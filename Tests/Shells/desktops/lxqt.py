@@ -18,6 +18,16 @@ TOLD = re.compile("battery|charg|plugged", re.IGNORECASE)
 SPEAKING = "env", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1"
 
 
+def areas(node):
+    """What shows one notification of Lumora's, not what is within that once more."""
+    lines = texts(node) if node.shows() else []
+    if lines[:1] == ["Lumora"] and lines.count("Lumora") == 1 and len(lines) > 3:
+        yield node
+    elif lines:
+        for child in node.children:
+            yield from areas(child)
+
+
 class Lxqt(X11):
     """See Desktop."""
 
@@ -57,12 +67,14 @@ class Lxqt(X11):
     def _shown(self):
         picture = self.picture()
         for window in self.accessibility.windows(self.notifier):
-            for node in window.within():
-                lines = texts(node) if node.shows() else []
-                if lines[:1] == ["Lumora"] and lines.count("Lumora") == 1 and len(lines) > 3:
-                    icon = ICON if shows_icon(picture, node.box()) else ""
-                    made = Notification(lines[1], lines[2], tuple(buttons(node)), lines[0], icon, banner=True)
-                    yield made, node
+            for node in areas(window):
+                lines = texts(node)
+                icon = ICON if shows_icon(picture, node.box()) else ""
+                yield Notification(lines[1], lines[2], tuple(buttons(node)), lines[0], icon, banner=True), node
+
+    def said_by_all(self):
+        """Its plugin in every Qt program misses a font: what the panel says, too."""
+        return (self.folder / "panel.log").read_text(errors="replace")
 
     def press(self, notification, label):
         for shown, node in self._shown():
