@@ -104,6 +104,22 @@ class Lxqt(X11):
 
     def set_do_not_disturb(self, wanted):
         self._set("notifications", "General", "doNotDisturb", str(wanted).lower())
+        if wanted:
+            # Its server hears of that a while later than its panel.
+            wait_for(lambda: not self._shows_others(), "Do Not Disturb")
+
+    def _shows_others(self):
+        """Whether another program's notification is shown."""
+        title, service = "Another program", ("org.freedesktop.Notifications", "/org/freedesktop/Notifications")
+        arguments = "Another", 0, "", title, "", [], {}, -1
+        number = self.call(*service, service[0], "Notify", "(susssasa{sv}i)", *arguments)[0]
+        try:
+            windows = self.accessibility.windows
+            return wait_for(lambda: any(title in texts(each) for each in windows(self.notifier)), title, 2)
+        except TimeoutError:
+            return False
+        finally:
+            self.call(*service, service[0], "CloseNotification", "(u)", number)
 
     def _set(self, file, section, key, value):
         """As the desktop's own settings write it; its programs look for changes."""
@@ -115,8 +131,10 @@ class Lxqt(X11):
         if not settings.has_section(section):
             settings.add_section(section)
         settings.set(section, key, value)
-        with open(path, "w", encoding="utf-8") as written:
+        made = path.with_suffix(".new")
+        with open(made, "w", encoding="utf-8") as written:
             settings.write(written, space_around_delimiters=False)
+        made.replace(path)
 
     def set_accent(self, number):
         raise CannotBe("LXQt has none")
