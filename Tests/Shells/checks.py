@@ -3,6 +3,7 @@
 """What is looked at on every desktop, in the order in which it is done and told."""
 
 import colorsys
+import contextlib
 import time
 
 from desktop import NotSeen
@@ -11,6 +12,8 @@ from lumora_testing.remote import wait_for
 CHECKS = {}
 # Of text on its ground, as the Web Content Accessibility Guidelines count it.
 LEGIBLE = 4.5
+# So far from the item that the panel ends.
+BEYOND = 12
 # As long as something may take that does not happen.
 SECONDS_OF_NOTHING = 3
 
@@ -85,8 +88,15 @@ def light_panel(tour):
 def tooltip(tour):
     tour.still()
     before = tour.desktop.picture()
+    item = tour.desktop.item()
     tour.desktop.hover()
-    tour.wait_for_change(before, "a tooltip")
+
+    def beyond_item():
+        _, top, _, bottom = tour.desktop.picture().changed_since(before, 0) or item.corners
+        return top < item.top - BEYOND or bottom > item.bottom + BEYOND
+
+    # Under the mouse the item itself may change, too.
+    wait_for(beyond_item, "a tooltip", 10)
     tour.still()
     tour.keep("tooltip")
 
@@ -125,7 +135,7 @@ def right_click(tour):
 @check("Popover at the tray")
 def popover_at_tray(tour):
     box = tour.open_popover()
-    tour.keep("popover")
+    require_plain(tour.keep("popover"), box)
     item = tour.desktop.item()
     if not box.left - box.width < item.middle[0] < box.right + box.width:
         raise NotSeen(f"{abs(box.middle[0] - item.middle[0])} pixels to the side of the item")
@@ -243,6 +253,13 @@ def require_on_screen(tour, box):
         raise NotSeen(f"{box} on {width} × {height}")
 
 
+def require_plain(picture, box):
+    """Most of it is of one colour: nothing of what lies behind it shows through."""
+    found = colors(picture, box)
+    if max(found.values()) < sum(found.values()) / 3:
+        raise NotSeen("what lies behind it shows through")
+
+
 def ground_of(tour, box):
     """The most frequent colour of an area, which is what the rest lies on."""
     return most_frequent(tour.desktop.picture(), box)
@@ -264,7 +281,7 @@ def dark(tour):
         tour.desktop.set_dark(True)
         wait_for(lambda: luminance(ground_of(tour, tour.desktop.popover())) < 0.1, "a dark popover", 20)
         tour.still()
-        tour.keep("popover-dark")
+        require_plain(tour.keep("popover-dark"), tour.desktop.popover())
     finally:
         tour.desktop.set_dark(False)
 
@@ -326,9 +343,9 @@ def reminders(tour):
         change()
         # One of them comes with the next of its looks at the clock, which it takes each minute.
         shown = wait_for(lambda: tour.shown(name), f"“{name}”", 100)  # noqa: B023
-        tour.still()
-        # Once it is painted, its icon, too.
-        shown = tour.shown(name) or shown
+        # Its icon may come later. A screen that is still may come when it has gone again.
+        with contextlib.suppress(TimeoutError):
+            shown = wait_for(lambda: (each := tour.shown(name)) and "umora" in each.icon and each, "its icon", 5)  # noqa: B023
         tour.keep("reminder-" + name.lower().replace(" ", "-"))
         if "Snooze 1 hour" not in shown.buttons:
             raise NotSeen(f"“{name}” has the buttons {shown.buttons}")
@@ -383,8 +400,11 @@ def do_not_disturb(tour):
 
 @check("Says nothing on its standard error")
 def says_nothing(tour):
-    if said := tour.said():
-        raise NotSeen(said.splitlines()[-1])
+    known = tour.desktop.said_by_all().splitlines()
+    said = tour.said().splitlines()
+    if own := [line for line in said if line not in known]:
+        raise NotSeen(own[-1])
+    return f"but what every program says there: “{said[-1]}”" if said else ""
 
 
 def luminance(color):

@@ -112,10 +112,6 @@ class Tour:
 
         wait_for(same, "a screen that is still")
 
-    def wait_for_change(self, before, what, seconds=10):
-        """Wait until the screen is another."""
-        wait_for(lambda: self.desktop.picture().changed_since(before, 0), what, seconds)
-
     def keep(self, name):
         """A picture of the whole screen."""
         picture = self.desktop.picture()

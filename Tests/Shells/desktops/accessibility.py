@@ -11,6 +11,7 @@ from desktop import Box, connected
 
 REGISTRY = "org.a11y.atspi.Registry"
 ROOT = "/org/a11y/atspi/accessible/root"
+PLUG = "/org/a11y/atspi/accessible/1"
 ACCESSIBLE = "org.a11y.atspi.Accessible"
 COMPONENT = "org.a11y.atspi.Component"
 ON_SCREEN = 0
@@ -106,14 +107,18 @@ class Accessibility:
                 with contextlib.suppress(GLib.Error):
                     yield from program.children
 
-    def button(self, program, condition):
-        """A push button in the windows of a program for which the condition is true, or None."""
+    def plugs(self, name):
+        """What programs of that name show within another's window, which does not always tell of it."""
+        return [Node(self.bus, program.owner, PLUG) for called, program in self.programs() if called == name]
+
+    def button(self, program, condition, roles=(PUSH_BUTTON,)):
+        """A button in the windows of a program for which the condition is true, or None."""
         # What is just laid out anew shows nothing for a moment.
         for _ in range(LOOKS):
-            for window in self.windows(program):
+            for window in [*self.windows(program), *self.plugs(program)]:
                 for node in window.within():
                     with contextlib.suppress(GLib.Error):
-                        if node.role == PUSH_BUTTON and condition(window, node):
+                        if node.role in roles and condition(window, node):
                             return node
         return None
 

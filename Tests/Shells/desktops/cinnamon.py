@@ -8,26 +8,20 @@ import json
 from gi.repository import GLib
 
 from desktop import Box, CannotBe, Notification, end, version_of
+from desktops.scripted import Scripted
 from desktops.x11 import ICON, WATCHER, X11, run, shows_icon
 from lumora_testing.remote import wait_for
 
-SHELL = "org.Cinnamon", "/org/Cinnamon", "org.Cinnamon"
-PRELUDE = """
-(() => {
-  const {St} = imports.gi, Main = imports.ui.main;
-  const box = actor => {
-    const [x, y] = actor.get_transformed_position(), [width, height] = actor.get_transformed_size();
-    return width > 0 ? [x, y, width, height] : null;
-  };
-  const all = actor => actor ? [actor, ...actor.get_children().flatMap(all)] : [];
-  const texts = actor => all(actor).filter(a => a instanceof St.Label && a.mapped && a.text).map(a => a.text);
+CLOCK = "calendar@cinnamon.org"
+HELPERS = """
+  const Main = imports.ui.main;
   const applet = imports.ui.appletManager.getRunningInstancesForUuid('xapp-status@cinnamon.org')[0];
   const icons = applet ? Object.values(applet.statusIcons) : [];
   const item = () => icons.filter(icon => icon.actor.mapped && icon.proxy.name.includes('umora'))[0];
 """
 
 
-class Cinnamon(X11):
+class Cinnamon(Scripted, X11):
     """See Desktop."""
 
     name = "Cinnamon"
@@ -37,6 +31,8 @@ class Cinnamon(X11):
         "DESKTOP_SESSION": "cinnamon",
     }
     locker = "cinnamon-screensaver-command"
+    shell = "org.Cinnamon", "/org/Cinnamon", "org.Cinnamon"
+    helpers = HELPERS
 
     def start_shell(self):
         self.name = f"Cinnamon {version_of('cinnamon')}"
@@ -60,13 +56,6 @@ class Cinnamon(X11):
             return self._script("return applet ? 1 : 0;", seconds=5) == 1
         except GLib.Error:
             return False
-
-    def _script(self, body, seconds=60):
-        """Run a function's body in the shell; what it returns."""
-        good, told = self.call(*SHELL, "Eval", "(s)", f"{PRELUDE}\n{body}\n}})()", seconds=seconds)
-        if not good:
-            raise GLib.Error(told)
-        return json.loads(told) if told else None
 
     def item(self):
         found = self._script("const icon = item(); return icon ? box(icon.actor) : null;")
@@ -107,6 +96,10 @@ class Cinnamon(X11):
             ),
             "the end of the notifications",
         )
+
+    def other_item(self):
+        found = self._script("return box(imports.ui.appletManager.getRunningInstancesForUuid('%s')[0].actor);" % CLOCK)
+        return Box(*map(round, found)).middle
 
     def set_panel_dark(self, dark):
         if not dark:

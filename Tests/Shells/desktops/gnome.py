@@ -10,6 +10,7 @@ import subprocess
 from gi.repository import GLib
 
 from desktop import Box, CannotBe, Desktop, MenuLine, Notification, NotSeen, Window, end
+from desktops.scripted import Scripted
 from lumora_testing.remote import wait_for
 from lumora_testing.screen import Picture
 
@@ -26,16 +27,8 @@ const open = () => { global.context.unsafe_mode = true; };
 """
 FORMER_EXTENSION = EXTENSION + "function init() {} function enable() { open(); } function disable() {}\n"
 MODULE_EXTENSION = EXTENSION + "export default class { enable() { open(); } disable() {} }\n"
-PRELUDE = """
-(() => {
-  const {Clutter, GLib, St} = imports.gi;
-  const box = actor => {
-    const [x, y] = actor.get_transformed_position(), [width, height] = actor.get_transformed_size();
-    // What was not laid out yet has none.
-    return width > 0 ? [x, y, width, height] : null;
-  };
-  const all = actor => actor ? [actor, ...actor.get_children().flatMap(all)] : [];
-  const texts = actor => all(actor).filter(a => a instanceof St.Label && a.mapped && a.text).map(a => a.text);
+HELPERS = """
+  const {Clutter, GLib} = imports.gi;
   const item = () => Object.entries(Main.panel.statusArea)
     .filter(([name, area]) => name.startsWith('appindicator-') && area.mapped).map(([_, area]) => area)[0];
   const seat = (global.stage.context?.get_backend?.() ?? Clutter.get_default_backend()).get_default_seat();
@@ -52,13 +45,15 @@ LEAVE_OVERVIEW = """
 """
 
 
-class Gnome(Desktop):
+class Gnome(Scripted, Desktop):
     """See Desktop."""
 
     name = "GNOME"
     # No scale fits 1366 × 768 in whole numbers.
     screen = 1360, 768
     opens_with = "a double click"
+    shell = SHELL, "/org/gnome/Shell", SHELL
+    helpers = HELPERS
     _factor = 1  # as many pixels of the picture are one of the shell's
     environment = {
         "XDG_SESSION_TYPE": "wayland",
@@ -305,15 +300,6 @@ class Gnome(Desktop):
             return self._script("return 1;", seconds=5) == 1
         except GLib.Error:
             return False
-
-    def _script(self, body, seconds=60):
-        """Run a function's body in the shell; what it returns."""
-        good, told = self.call(
-            SHELL, "/org/gnome/Shell", SHELL, "Eval", "(s)", f"{PRELUDE}\n{body}\n}})()", seconds=seconds
-        )
-        if not good:
-            raise GLib.Error(told)
-        return json.loads(told) if told else None
 
     def _box(self, values):
         return Box(*(round(value * self._factor) for value in values))

@@ -18,6 +18,16 @@ TOLD = re.compile("battery|charg|plugged", re.IGNORECASE)
 SPEAKING = "env", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1"
 
 
+def areas(node):
+    """What shows one notification of Lumora's, not what is within that once more."""
+    lines = texts(node) if node.shows() else []
+    if lines[:1] == ["Lumora"] and lines.count("Lumora") == 1 and len(lines) > 3:
+        yield node
+    elif lines:
+        for child in node.children:
+            yield from areas(child)
+
+
 class Lxqt(X11):
     """See Desktop."""
 
@@ -31,6 +41,8 @@ class Lxqt(X11):
         "QT_QPA_PLATFORMTHEME": "lxqt",
     }
     panel = (*SPEAKING, "lxqt-panel")
+    panel_program = "lxqt-panel"
+    other = "Removable media"
     notifier = "lxqt-notificationd"
 
     def start_shell(self):
@@ -46,7 +58,7 @@ class Lxqt(X11):
 
     def item(self):
         """Its tooltip is its description."""
-        return self.find_item("lxqt-panel", lambda _, node: not node.name and TOLD.search(node.description))
+        return self.find_item(lambda _, node: not node.name and TOLD.search(node.description))
 
     def notifications(self):
         """One window has them all, each in an area of its own that begins with the program's name."""
@@ -55,12 +67,14 @@ class Lxqt(X11):
     def _shown(self):
         picture = self.picture()
         for window in self.accessibility.windows(self.notifier):
-            for node in window.within():
-                lines = texts(node) if node.shows() else []
-                if lines[:1] == ["Lumora"] and lines.count("Lumora") == 1 and len(lines) > 3:
-                    icon = ICON if shows_icon(picture, node.box()) else ""
-                    made = Notification(lines[1], lines[2], tuple(buttons(node)), lines[0], icon, banner=True)
-                    yield made, node
+            for node in areas(window):
+                lines = texts(node)
+                icon = ICON if shows_icon(picture, node.box()) else ""
+                yield Notification(lines[1], lines[2], tuple(buttons(node)), lines[0], icon, banner=True), node
+
+    def said_by_all(self):
+        """Its plugin in every Qt program misses a font: what the panel says, too."""
+        return (self.folder / "panel.log").read_text(errors="replace")
 
     def press(self, notification, label):
         for shown, node in self._shown():
@@ -90,6 +104,22 @@ class Lxqt(X11):
 
     def set_do_not_disturb(self, wanted):
         self._set("notifications", "General", "doNotDisturb", str(wanted).lower())
+        if wanted:
+            # Its server hears of that a while later than its panel.
+            wait_for(lambda: not self._shows_others(), "Do Not Disturb")
+
+    def _shows_others(self):
+        """Whether another program's notification is shown."""
+        title, service = "Another program", ("org.freedesktop.Notifications", "/org/freedesktop/Notifications")
+        arguments = "Another", 0, "", title, "", [], {}, -1
+        number = self.call(*service, service[0], "Notify", "(susssasa{sv}i)", *arguments)[0]
+        try:
+            windows = self.accessibility.windows
+            return wait_for(lambda: any(title in texts(each) for each in windows(self.notifier)), title, 2)
+        except TimeoutError:
+            return False
+        finally:
+            self.call(*service, service[0], "CloseNotification", "(u)", number)
 
     def _set(self, file, section, key, value):
         """As the desktop's own settings write it; its programs look for changes."""
@@ -101,8 +131,10 @@ class Lxqt(X11):
         if not settings.has_section(section):
             settings.add_section(section)
         settings.set(section, key, value)
-        with open(path, "w", encoding="utf-8") as written:
+        made = path.with_suffix(".new")
+        with open(made, "w", encoding="utf-8") as written:
             settings.write(written, space_around_delimiters=False)
+        made.replace(path)
 
     def set_accent(self, number):
         raise CannotBe("LXQt has none")

@@ -5,7 +5,8 @@
 from desktop import CannotBe, version_of
 from desktops.x11 import X11, run, wait_for_panel
 
-DARK, LIGHT = "BlackMATE", "Menta"
+# A light one with light windows: those of the theme that is there first are grey.
+DARK, LIGHT = "BlackMATE", "Adwaita"
 
 
 class Mate(X11):
@@ -19,6 +20,8 @@ class Mate(X11):
         "XDG_MENU_PREFIX": "mate-",
     }
     panel = ("mate-panel",)
+    panel_program = "mate-panel"
+    other = "month calendar"
     notifier = "mate-notification-daemon"
     locker = "mate-screensaver-command"
 
@@ -34,7 +37,7 @@ class Mate(X11):
         self.start_panel()
 
     def item(self):
-        return self.find_item("mate-panel", lambda _, node: node.name == "Lumora")
+        return self.find_item(lambda _, node: node.name == "Lumora")
 
     def set_panel_dark(self, dark):
         self.set_dark(dark)
@@ -47,7 +50,11 @@ class Mate(X11):
         raise CannotBe("MATE has none")
 
     def set_text_size(self, factor):
-        run("gsettings", "set", "org.mate.font-rendering", "dpi", str(96 * factor))
+        if factor == 1:
+            # What it then takes is the screen's own.
+            run("gsettings", "reset", "org.mate.font-rendering", "dpi")
+        else:
+            run("gsettings", "set", "org.mate.font-rendering", "dpi", str(96 * factor))
 
     def set_do_not_disturb(self, wanted):
         run("gsettings", "set", "org.mate.NotificationDaemon", "do-not-disturb", str(wanted).lower())

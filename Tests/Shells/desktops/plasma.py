@@ -21,6 +21,8 @@ SCREEN_SAVER = "org.freedesktop.ScreenSaver", "/ScreenSaver", "org.freedesktop.S
 NOTIFICATIONS = "org.freedesktop.Notifications", "/org/freedesktop/Notifications", "org.freedesktop.Notifications"
 # Dark enough for a light window, where a lighter one is made darker.
 ACCENTS = "#003070", "#700020"
+# A layer is larger than the popover by its shadow, on each side.
+SHADOW = 8
 TOLD = """<node><interface name="org.lumora.Shells"><method name="Told"><arg type="s" direction="in"/></method>
 </interface></node>"""
 # What the compositor shows, told to whoever asks.
@@ -107,8 +109,9 @@ class Plasma(Desktop):
 
     def popover(self):
         """A layer has no title, but it has the name of its program; the other one is as large as the screen."""
-        boxes = [self._box(each["box"]) for each in self._layers() if each["focused"]]
-        return boxes[0] if boxes else None
+        for left, top, width, height in (each["box"] for each in self._layers() if each["focused"]):
+            return self._box([left + SHADOW, top + SHADOW, width - 2 * SHADOW, height - 2 * SHADOW])
+        return None
 
     def popover_focused(self):
         return self.popover() is not None
@@ -126,6 +129,15 @@ class Plasma(Desktop):
     def bare_panel(self):
         left, right = self._button("Application Launcher"), self.item()
         return (left.right + right.left) // 2, right.middle[1]
+
+    def other_item(self):
+        return self._button("Digital Clock").middle
+
+    def said_by_all(self):
+        """KDE's plugin in every Qt program tells of one that draws without OpenGL, as Lumora's does."""
+        command = ["plasma-apply-colorscheme", "--list-schemes"]
+        alike = os.environ | {"QT_WAYLAND_CLIENT_BUFFER_INTEGRATION": "none"}
+        return subprocess.run(command, env=alike, capture_output=True, text=True, check=False).stderr
 
     def _button(self, name):
         """The box of a button of the shell that has this name, or None."""
@@ -174,6 +186,8 @@ class Plasma(Desktop):
 
     def unlock(self):
         unlock_by_password(self._locked, self._display)
+        # While it still ends, KWin starts no other one and stays without a lock.
+        wait_for(lambda: not said("pidof", "kscreenlocker_greet"), "the end of the lock's program")
 
     def _locked(self):
         return self.call(*SCREEN_SAVER, "GetActive")[0]

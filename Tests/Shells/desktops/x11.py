@@ -10,7 +10,7 @@ import subprocess
 from gi.repository import GLib
 
 from desktop import Box, CannotBe, Desktop, Notification, Window, end
-from desktops.accessibility import Accessibility, buttons, texts
+from desktops.accessibility import BUTTONS, Accessibility, buttons, texts
 from lumora_testing import screen
 from lumora_testing.remote import wait_for
 
@@ -72,6 +72,8 @@ class X11(Desktop):
 
     environment = {"XDG_SESSION_TYPE": "x11", "XDG_SESSION_CLASS": "user", "LIBGL_ALWAYS_SOFTWARE": "1"}
     panel = ()  # the command of the panel, where that is a program of its own
+    panel_program = ""  # as it calls itself
+    other = ""  # what something else there that can be clicked tells of itself
     notifier = ""  # the program that shows notifications
     locker = ""  # the command that locks the screen
 
@@ -91,12 +93,18 @@ class X11(Desktop):
         wait_for(lambda: not self.owned(WATCHER), "the end of the panel")
         self.start_panel()
 
-    def find_item(self, panel, condition):
-        """The box of the button in the panel's program for which the condition is true, or None."""
-        node = self.accessibility.button(panel, condition)
+    def find_item(self, condition, program=None):
+        """The box of the button in the panel, or a plugin's program, for which the condition is true, or None."""
+        node = self.accessibility.button(program or self.panel_program, condition)
         with contextlib.suppress(GLib.Error):
             return node.box() if node else None
         return None
+
+    def other_item(self):
+        def told(_, node):
+            return self.other in node.name + node.description
+
+        return self.accessibility.button(self.panel_program, told, BUTTONS).box().middle
 
     def bare_panel(self):
         return self.screen[0] // 2, self.item().middle[1]

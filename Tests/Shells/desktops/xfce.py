@@ -22,6 +22,8 @@ class Xfce(X11):
         "XDG_MENU_PREFIX": "xfce-",
     }
     panel = ("xfce4-panel", "--disable-wm-check")
+    panel_program = "xfce4-panel"
+    other = "Applications"
     notifier = "xfce4-notifyd"
     locker = "xfce4-screensaver-command"
 
@@ -42,8 +44,8 @@ class Xfce(X11):
         self.start_panel()
 
     def item(self):
-        """The one button without a name that another program puts into the panel."""
-        return self.find_item("xfce4-panel", lambda panel, node: node.owner != panel.owner and not node.name)
+        """The one button without a name in the tray, which is a program of its own."""
+        return self.find_item(lambda _, node: not node.name, "wrapper-2.0")
 
     def set_panel_dark(self, dark):
         self._set("xfce4-panel", "/panels/dark-mode", "bool", str(dark).lower())
