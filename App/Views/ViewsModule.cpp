@@ -7,7 +7,7 @@
 #include "Views/DisplayProbe.h"
 #include "Views/Popover/PopoverWindow.h"
 #include "Views/Settings/SettingsWindow.h"
-#include "Views/Style/Style.h"
+#include "Views/Style/StyleKeeper.h"
 #include "Views/Theme/DesktopLooks.h"
 #include "Views/WindowIcon.h"
 
@@ -37,7 +37,6 @@ class QtViews final : public Views {
                             QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
       QApplication::installTranslator(&toolkitsTexts_);
     }
-    installStyle();
     looks_.apply(*host_.appearance());
     // A change is announced before it happens.
     appearanceChanged_ = host_.appearance().subscribe([this] {
@@ -87,6 +86,7 @@ class QtViews final : public Views {
   char* arguments_[2] = {name_, nullptr};
   QApplication application_;
   const bool onWayland_ = isOnWayland();
+  StyleKeeper styleKeeper_;
   QTranslator toolkitsTexts_;
   DesktopLooks looks_;
   Subscription appearanceChanged_;

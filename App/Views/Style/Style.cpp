@@ -184,6 +184,7 @@ void Style::polish(QPalette& palette) {
   if (is(QPalette::Window) && is(QPalette::Highlight)) {
     palette = ownPalette(isDark(palette), false);
   }
+  groundWindows(palette);
   fadeDisabled(palette);
 }
 

@@ -31,6 +31,8 @@ Colors colorsFor(bool dark, bool highContrast) {
                        {0x1f, 0x6f, 0xeb}};
 }
 
+constexpr int kMiddleLightness = 127;
+
 }  // namespace
 
 QPalette ownPalette(bool dark, bool highContrast) {
@@ -47,6 +49,14 @@ QPalette ownPalette(bool dark, bool highContrast) {
   fadeDisabled(palette);
   setAccent(palette, colors.accent);
   return palette;
+}
+
+void groundWindows(QPalette& palette) {
+  const QColor ground = palette.color(QPalette::Active, QPalette::Window);
+  if (ground.alpha() == 255) return;
+  const bool lightText =
+      palette.color(QPalette::Active, QPalette::WindowText).lightness() > kMiddleLightness;
+  palette.setColor(QPalette::Window, over(colorsFor(lightText, false).window, ground));
 }
 
 void fadeDisabled(QPalette& palette) {

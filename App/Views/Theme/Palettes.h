@@ -13,6 +13,10 @@ QPalette ownPalette(bool dark, bool highContrast);
 /// Gives a palette the colour of what is chosen.
 void setAccent(QPalette& palette, const QColor& accent);
 
+/// Makes an opaque ground for windows where the desktop's theme paints pictures on them, and its
+/// colour lets through what lies behind.
+void groundWindows(QPalette& palette);
+
 /// Makes the texts of what is disabled as faint as everything else of it.
 void fadeDisabled(QPalette& palette);
 

@@ -8,6 +8,7 @@
 #include "Views/Controls/Switch.h"
 #include "Views/Pixels.h"
 #include "Views/Style/Style.h"
+#include "Views/Style/StyleKeeper.h"
 
 #include <QApplication>
 #include <QStyleFactory>
@@ -56,6 +57,16 @@ TEST(StylesOfDesktops, AreNotTakenElsewhere) {
   EXPECT_NE(dynamic_cast<Style*>(QApplication::style()), nullptr);
 }
 
+TEST(StylesOfDesktops, AreSetInVain) {
+  const StyleKeeper keeper;
+  QWidget window;
+  window.ensurePolished();
+  QApplication::setStyle("windows");
+  EXPECT_EQ(dynamic_cast<Style*>(QApplication::style()), nullptr);
+  QCoreApplication::processEvents();
+  EXPECT_NE(dynamic_cast<Style*>(QApplication::style()), nullptr);
+}
+
 TEST(StylesPalette, IsOurOwnWhereTheDesktopHasNone) {
   Style style;
   const std::unique_ptr<QStyle> fusion(QStyleFactory::create("fusion"));
@@ -63,6 +74,20 @@ TEST(StylesPalette, IsOurOwnWhereTheDesktopHasNone) {
   style.polish(palette);
   EXPECT_EQ(palette.color(QPalette::Window), QColor(0xf6, 0xf6, 0xf7));
   EXPECT_EQ(palette.color(QPalette::Highlight), QColor(0x1f, 0x6f, 0xeb));
+}
+
+TEST(StylesPalette, HasAGroundWhereTheDesktopsLetsThrough) {
+  Style style;
+  for (const bool dark : {false, true}) {
+    QPalette palette(dark ? Qt::white : Qt::black, QColor(0x80, 0x40, 0x40), Qt::gray, Qt::gray,
+                     Qt::gray, dark ? Qt::white : Qt::black, Qt::white,
+                     dark ? Qt::black : Qt::white, Qt::transparent);
+    style.polish(palette);
+    const QColor ground = palette.color(QPalette::Active, QPalette::Window);
+    EXPECT_EQ(ground, dark ? QColor(0x2b, 0x2b, 0x2e) : QColor(0xf6, 0xf6, 0xf7));
+    EXPECT_EQ(palette.color(QPalette::Inactive, QPalette::Window), ground);
+    EXPECT_EQ(palette.color(QPalette::Disabled, QPalette::Window), ground);
+  }
 }
 
 TEST(StylesPalette, IsTheDesktopsWithWhatIsDisabledHalfAsStrong) {
