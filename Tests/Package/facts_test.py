@@ -9,7 +9,40 @@ import sys
 import unittest
 
 PROJECT = pathlib.Path(sys.argv.pop())
-PACKAGING = PROJECT / "Packaging"
+# What Debian's packages are called in Fedora and in Arch; empty where what is asked for besides brings it.
+BUILDING = {
+    "cmake": ("cmake", "cmake"),
+    "gettext": ("gettext", "gettext"),
+    "libcairo2-dev": ("cairo-devel", "cairo"),
+    "libcanberra-dev": ("libcanberra-devel", "libcanberra"),
+    "libglibmm-2.68-dev": ("glibmm2.68-devel", "glibmm-2.68"),
+    "libgmock-dev": ("gmock-devel", "gtest"),
+    "libgtest-dev": ("gtest-devel", "gtest"),
+    "libqcustomplot-dev": ("qcustomplot-qt6-devel", "qcustomplot"),
+    "libsimdjson-dev": ("simdjson-devel", "simdjson"),
+    "libwayland-dev": ("wayland-devel", "wayland"),
+    "libxcb1-dev": ("libxcb-devel", "libxcb"),
+    "locales": ("glibc-locale-source", ""),
+    "ninja-build": ("ninja-build", "ninja"),
+    "pkgconf": ("", ""),
+    "python3": ("python3", "python"),
+    "qt6-base-dev": ("qt6-qtbase-devel", "qt6-base"),
+    "qt6-base-private-dev": ("qt6-qtbase-private-devel", ""),
+    "vorbis-tools": ("vorbis-tools", "vorbis-tools"),
+    "wayland-protocols": ("wayland-protocols-devel", "wayland-protocols"),
+}
+RUNNING = {
+    "libcanberra-pulse": ("", "libcanberra-pulse"),
+    "libglib2.0-bin": ("", ""),
+    "power-profiles-daemon": ("ppd-service", "power-profiles-daemon"),
+    "qt6-translations-l10n": ("qt6-qttranslations", "qt6-translations"),
+    "qt6-wayland": ("qt6-qtwayland", "qt6-wayland"),
+    "sound-theme-freedesktop": ("sound-theme-freedesktop", "sound-theme-freedesktop"),
+    "upower": ("upower", "upower"),
+    "xdg-desktop-portal": ("xdg-desktop-portal", "xdg-desktop-portal"),
+}
+FEDORAS_OWN = {"desktop-file-utils", "gcc-c++", "libappstream-glib"}
+ICONS = "hicolor-icon-theme"
 
 
 def text(path):
@@ -34,6 +67,25 @@ def field(name, path):
     return {line.strip(" ,") for line in value.splitlines()}
 
 
+def names(name, path):
+    """The packages in a field of Debian's, without versions and conditions."""
+    return {re.split("[ :]", entry)[0] for entry in field(name, path)}
+
+
+def requirements(name):
+    """The packages that the .spec asks for under a tag."""
+    return set(re.findall(rf"^{name}: +(\S+)$", text("Packaging/lumora.spec"), re.MULTILINE))
+
+
+def arrays(*wanted):
+    """The words of the PKGBUILD's arrays, of each up to a colon."""
+    entries = set()
+    for name in wanted:
+        (inside,) = re.findall(rf"^{name}=\(([^)]*)\)", text("Packaging/PKGBUILD"), re.MULTILINE)
+        entries |= {entry.partition(":")[0] for entry in re.findall(r"'([^']*)'|(\S+)", inside) for entry in entry}
+    return entries - {""}
+
+
 def words(value):
     """Without how it is broken into lines."""
     return " ".join(value.split())
@@ -55,6 +107,8 @@ class Facts(unittest.TestCase):
         metainfo = "Resources/Package/org.lumora.Lumora.metainfo.xml.in"
         self.assertEqual(found(r'<release version="@PROJECT_VERSION@" date="(\S+)"/>', metainfo), day)
         self.assertEqual(found(r'^\.TH LUMORA 1 "(\S+)"', "Resources/Package/lumora.1.in"), day)
+        version = found(r"^project\(Lumora VERSION (\S+) ", "CMakeLists.txt")
+        self.assertIn((version, day), re.findall(r"^## \[(\S+)\] - (\S+)$", text("CHANGELOG.md"), re.MULTILINE))
 
     def test_what_it_is_in_a_line_and_in_a_paragraph(self):
         control = text("Packaging/debian/control")
@@ -75,9 +129,35 @@ class Facts(unittest.TestCase):
 
     def test_what_building_takes_on_debian(self):
         asked = field("Build-Depends", "Packaging/debian/control")
-        asked = {name.partition(":")[0] for name in asked if not name.endswith("<!nocheck>")}
+        asked = {re.split("[ :]", name)[0] for name in asked if not name.endswith("<!nocheck>")}
         # Every build on Debian has a compiler.
-        self.assertEqual(asked - {"debhelper-compat (= 13)"}, packages("Scripts/build.packages") - {"g++"})
+        self.assertEqual(asked - {"debhelper-compat"}, packages("Scripts/build.packages") - {"g++"})
+
+    def test_what_building_takes_elsewhere(self):
+        asked = names("Build-Depends", "Packaging/debian/control") - {"debhelper-compat"}
+        self.assertEqual(asked, set(BUILDING))
+        fedora, arch = ({pair[index] for pair in BUILDING.values()} - {""} for index in (0, 1))
+        self.assertEqual(requirements("BuildRequires"), fedora | FEDORAS_OWN)
+        self.assertEqual(arrays("depends", "makedepends", "checkdepends"), arch | {ICONS})
+
+    def test_what_is_recommended(self):
+        self.assertEqual(names("Recommends", "Packaging/debian/control"), set(RUNNING))
+        fedora, arch = ({pair[index] for pair in RUNNING.values()} - {""} for index in (0, 1))
+        self.assertEqual(requirements("Recommends"), fedora)
+        self.assertEqual(arrays("optdepends"), arch)
+
+    def test_its_licences(self):
+        licences = set(re.findall(r"^License: (\S+)$", text("Packaging/debian/copyright"), re.MULTILINE))
+        self.assertEqual(set(found(r"^License: +(.*)$", "Packaging/lumora.spec").split(" AND ")), licences)
+        self.assertEqual(arrays("license"), licences)
+
+    def test_what_it_asks_on_the_buses(self):
+        asked, _, _ = text("Docs/DBus.md").partition("## It answers")
+        services = {name for row in re.findall(r"^\|([^|]*)\|", asked, re.MULTILINE) for name in re.findall("`(.*?)`", row)}
+        told = text("Docs/Sandbox.md")
+        self.assertEqual({name for name in services if f"`{name}`" not in told}, {"org.freedesktop.DBus"})
+        allowed = re.findall(r"--(?:system-)?talk-name=(\S+)$", text("Packaging/org.lumora.Lumora.yaml"), re.MULTILINE)
+        self.assertEqual({name for name in allowed if name not in services}, set())
 
     def test_what_its_test_takes_on_debian(self):
         asked = field("Depends", "Packaging/debian/tests/control")
