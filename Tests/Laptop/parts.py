@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The parts of the laptop: which programs they are and how they are started."""
 
+import itertools
 import json
 import os
 import socket
@@ -82,19 +83,22 @@ def notifications_mock(session, capabilities):
 
 def _display(environment, folder):
     file = f"{folder}/display"
+    # One that no other laptop takes, also not while this one's is being killed and started again.
+    numbers = itertools.count(100 + os.getpid() % 30000)
+    display = next(number for number in numbers if not os.path.exists(f"/tmp/.X11-unix/X{number}"))
 
     def is_ready(path):
         with open(path, encoding="ascii") as number:
-            text = number.read()
-        if text.endswith("\n"):
-            environment["DISPLAY"] = f":{text.strip()}"
-        return text.endswith("\n")
+            ready = number.read().endswith("\n")
+        if ready:
+            environment["DISPLAY"] = f":{display}"
+        return ready
 
     # As many more pixels as windows draw for each of theirs.
     scale = int(os.environ.get("GDK_SCALE", "1"))
     screen = f"{1280 * scale}x{1024 * scale}x24"
     # The server writes its number to a descriptor; the shell opens the file on it.
-    server = f'exec Xvfb $DISPLAY -displayfd 3 -screen 0 {screen} -nolisten tcp -noreset 3>"$0"'
+    server = f'exec Xvfb :{display} -displayfd 3 -screen 0 {screen} -nolisten tcp -noreset 3>"$0"'
     return FileService(
         "display", ["/bin/sh", "-c", server, file], file, lambda path: os.path.exists(path) and is_ready(path)
     )
