@@ -26,14 +26,14 @@ QList<QWidget*> controls(const QWidget& whole) {
 
 /// Each is drawn otherwise while it has the focus: by at least half of the line around it.
 void expectToShowTheFocus(QWidget& whole, int atLeast) {
-  // As the tab key does: some styles show the focus only then.
-  whole.setAttribute(Qt::WA_KeyboardFocusChange);
   const auto all = controls(whole);
   EXPECT_GE(all.size(), atLeast);
   for (QWidget* widget : all) {
     whole.setFocus();
     const QImage without = picture(*widget);
     widget->setFocus(Qt::TabFocusReason);
+    // As the tab key does: some styles show the focus only then.
+    whole.window()->setAttribute(Qt::WA_KeyboardFocusChange);
     EXPECT_TRUE(widget->hasFocus());
     const QImage with = picture(*widget);
     EXPECT_GE(differences(without, with), widget->width() / 2)
