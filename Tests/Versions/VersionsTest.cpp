@@ -71,6 +71,11 @@ TEST_P(Versions, HistoryIsReadAndGoesOn) {
   store.record(onBattery(64), now, HistoryStore::Force::yes);
   std::string written = files.text(kHistory).value();
   EXPECT_EQ(decodeSamples(written).value().size(), samples.size() + 1);
+  // What is written goes on from what this version itself had left, letter by letter.
+  if (versions().at(GetParam()) == LUMORA_VERSION) {
+    const std::string leftBefore = left("history.json");
+    EXPECT_TRUE(written.starts_with(leftBefore.substr(0, leftBefore.size() - 1) + ",")) << written;
+  }
   EXPECT_FALSE(files.text(kHistory.string() + ".unreadable"));
 }
 
