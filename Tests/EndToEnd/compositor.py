@@ -14,7 +14,7 @@ import unittest
 
 from gi.repository import Gio
 
-from lumora_testing.bundle import DOUBLE_CLICK_SECONDS, UNDER_GTK, Lumora, forget, is_on_gtk, running
+from lumora_testing.bundle import DOUBLE_CLICK_SECONDS, UNDER_GTK, Lumora, forget, killable_bus, running
 from lumora_testing.remote import PATIENCE_SECONDS, RemoteLaptop, wait_for
 from lumora_testing.screen import wayland_screen
 
@@ -68,16 +68,6 @@ class Compositor(unittest.TestCase):
         """As a user does who looks for the popover."""
         subprocess.run([pathlib.Path(BUNDLE) / "lumora"], env=self.environment, timeout=PATIENCE_SECONDS, check=True)
 
-    def private_bus(self):
-        """A session bus that can be killed; its first line is its address."""
-        bus = self.enterContext(
-            subprocess.Popen(
-                ["dbus-daemon", "--session", "--nofork", "--print-address"], stdout=subprocess.PIPE, text=True
-            )
-        )
-        self.addCleanup(bus.kill)
-        return bus
-
     def is_saved(self):
         """Whether all that the battery did is in the file."""
         return 58 in self.percents()
@@ -110,7 +100,7 @@ class Compositor(unittest.TestCase):
 
     def test_crashes_beside_the_open_popover_that_gtk_helps_with(self):
         self.begin(**UNDER_GTK)
-        self.assertTrue(is_on_gtk(self.lumora))
+        self.assertTrue(self.lumora.has_loaded("libgtk-3"))
         self.crash()
         self.expect_to_go_on()
 
@@ -152,15 +142,15 @@ class Compositor(unittest.TestCase):
         self.assertEqual(self.lumora.end(), 0)
 
     def test_goes_with_the_bus(self):
-        bus = self.private_bus()
-        self.begin(DBUS_SESSION_BUS_ADDRESS=bus.stdout.readline().strip())
+        bus, address = self.enterContext(killable_bus())
+        self.begin(DBUS_SESSION_BUS_ADDRESS=address)
         self.laptop.kill("sway")
         bus.kill()
         self.expect_to_end()
 
     def test_goes_with_the_bus_under_gtk(self):
-        bus = self.private_bus()
-        self.begin(DBUS_SESSION_BUS_ADDRESS=bus.stdout.readline().strip(), **UNDER_GTK)
+        bus, address = self.enterContext(killable_bus())
+        self.begin(DBUS_SESSION_BUS_ADDRESS=address, **UNDER_GTK)
         self.laptop.kill("sway")
         bus.kill()
         self.expect_to_end()

@@ -11,7 +11,7 @@ import subprocess
 import sys
 import unittest
 
-from lumora_testing.bundle import UNDER_GTK, Lumora, forget, is_on_gtk, start_again, windows
+from lumora_testing.bundle import UNDER_GTK, Lumora, forget, killable_bus, start_again, windows
 from lumora_testing.remote import PATIENCE_SECONDS, RemoteLaptop, wait_for
 
 BUNDLE = sys.argv.pop()
@@ -60,13 +60,8 @@ class Ending(unittest.TestCase):
         self.ends(lumora)
 
     def test_with_the_session(self):
-        bus = self.enterContext(
-            subprocess.Popen(
-                ["dbus-daemon", "--session", "--nofork", "--print-address"], stdout=subprocess.PIPE, text=True
-            )
-        )
-        self.addCleanup(bus.kill)
-        lumora = self.running(DBUS_SESSION_BUS_ADDRESS=bus.stdout.readline().strip())
+        bus, address = self.enterContext(killable_bus())
+        lumora = self.running(DBUS_SESSION_BUS_ADDRESS=address)
         bus.kill()
         self.ends(lumora)
 
@@ -82,7 +77,7 @@ class Ending(unittest.TestCase):
         lumora = self.running(**UNDER_GTK)
         self.assertEqual(start_again(BUNDLE), 0)
         wait_for(lambda: windows("Lumora"), "the popover")
-        self.assertTrue(is_on_gtk(lumora))
+        self.assertTrue(lumora.has_loaded("libgtk-3"))
         RemoteLaptop().kill("display")
         self.ends(lumora)
 

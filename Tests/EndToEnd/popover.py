@@ -4,7 +4,6 @@
 elsewhere, absent where there is no display. Run it in the simulated laptop: popover.py BUNDLE
 """
 
-import pathlib
 import subprocess
 import sys
 import time
@@ -46,20 +45,16 @@ class PopoverStory(unittest.TestCase):
         wait_for(lumora.history, "the first sample")
         return lumora
 
-    def is_loaded(self, lumora):
-        """Whether the views and their toolkit are in the process."""
-        return "lumora_views" in pathlib.Path(f"/proc/{lumora.process.pid}/maps").read_text()
-
     def open(self):
         self.assertEqual(start_again(BUNDLE), 0)
         return wait_for(lambda: drawn(windows("Lumora")), "the popover")
 
     def test_opens_when_started_again_and_closes_the_next_time(self):
         lumora = self.running()
-        self.assertFalse(self.is_loaded(lumora))
+        self.assertFalse(lumora.has_loaded("lumora_views"))
         self.assertEqual(windows("Lumora"), [])
         window = self.open()
-        self.assertTrue(self.is_loaded(lumora))
+        self.assertTrue(lumora.has_loaded("lumora_views"))
         size = subprocess.check_output(["xdotool", "getwindowgeometry", "--shell", window], text=True)
         self.assertIn("WIDTH=340", size)
         self.assertEqual(start_again(BUNDLE), 0)
@@ -179,7 +174,7 @@ class PopoverStory(unittest.TestCase):
         lumora = self.hang_beside_the_open_popover()
         session = Gio.bus_get_sync(Gio.BusType.SESSION)
         self.laptop.set_battery(percent=58)
-        wait_for(lambda: not self.is_loaded(lumora), "a new start")
+        wait_for(lambda: not lumora.has_loaded("lumora_views"), "a new start")
         wait_for(lambda: 58 in [sample["p"] for sample in lumora.history()], "the history")
         wait_for(lambda: "58%" in lumora.state(session), "its menu")
         self.laptop.set_battery(percent=15)

@@ -5,6 +5,7 @@
 import email.utils
 import pathlib
 import re
+import shlex
 import sys
 import unittest
 
@@ -79,11 +80,8 @@ def requirements(name):
 
 def arrays(*wanted):
     """The words of the PKGBUILD's arrays, of each up to a colon."""
-    entries = set()
-    for name in wanted:
-        (inside,) = re.findall(rf"^{name}=\(([^)]*)\)", text("Packaging/PKGBUILD"), re.MULTILINE)
-        entries |= {entry.partition(":")[0] for entry in re.findall(r"'([^']*)'|(\S+)", inside) for entry in entry}
-    return entries - {""}
+    inside = [found(rf"^{name}=\(([^)]*)\)", "Packaging/PKGBUILD") for name in wanted]
+    return {entry.partition(":")[0] for entry in shlex.split(" ".join(inside))}
 
 
 def words(value):

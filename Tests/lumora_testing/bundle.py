@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The bundle under test, as a story starts it, looks at its files and ends it."""
 
+import contextlib
 import json
 import os
 import pathlib
@@ -25,6 +26,17 @@ def forget():
         (pathlib.Path(os.environ[folder]) / "Lumora" / file).unlink(missing_ok=True)
 
 
+@contextlib.contextmanager
+def killable_bus():
+    """A session bus of its own as a process, and its address."""
+    command = ["dbus-daemon", "--session", "--nofork", "--print-address"]
+    with subprocess.Popen(command, stdout=subprocess.PIPE, text=True) as bus:
+        try:
+            yield bus, bus.stdout.readline().strip()
+        finally:
+            bus.kill()
+
+
 def running():
     """Whether a Lumora has its name on the session bus: until then another start would be the first one."""
     bus = Gio.bus_get_sync(Gio.BusType.SESSION, None)
@@ -45,11 +57,6 @@ def start_again(bundle):
     """What a user does who looks for the popover; the exit code. Waits until the first one can be found."""
     wait_for(running, "a running Lumora")
     return subprocess.run([pathlib.Path(bundle) / "lumora"], timeout=PATIENCE_SECONDS).returncode
-
-
-def is_on_gtk(lumora):
-    """Whether a running one has loaded GTK."""
-    return "libgtk-3" in pathlib.Path(f"/proc/{lumora.process.pid}/maps").read_text()
 
 
 def windows(title):
@@ -110,6 +117,10 @@ class Lumora:
         """Ask it to end and give its exit code."""
         self.process.send_signal(signal.SIGTERM)
         return self.process.wait(PATIENCE_SECONDS * self._patience)
+
+    def has_loaded(self, library):
+        """Whether a library whose name begins so is in the process."""
+        return f"/{library}" in pathlib.Path(f"/proc/{self.process.pid}/maps").read_text()
 
     def history(self):
         """The samples in the file, oldest first."""
