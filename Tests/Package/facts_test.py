@@ -151,7 +151,9 @@ class Facts(unittest.TestCase):
 
     def test_what_it_asks_on_the_buses(self):
         asked, _, _ = text("Docs/DBus.md").partition("## It answers")
-        services = {name for row in re.findall(r"^\|([^|]*)\|", asked, re.MULTILINE) for name in re.findall("`(.*?)`", row)}
+        services = {
+            name for row in re.findall(r"^\|([^|]*)\|", asked, re.MULTILINE) for name in re.findall("`(.*?)`", row)
+        }
         told = text("Docs/Sandbox.md")
         self.assertEqual({name for name in services if f"`{name}`" not in told}, {"org.freedesktop.DBus"})
         allowed = re.findall(r"--(?:system-)?talk-name=(\S+)$", text("Packaging/org.lumora.Lumora.yaml"), re.MULTILINE)

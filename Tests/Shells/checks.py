@@ -336,6 +336,11 @@ def scale(tour):
         tour.desktop.set_scale(1)
 
 
+def shown_with_icon(tour, name):
+    shown = tour.shown(name)
+    return shown and "umora" in shown.icon and shown
+
+
 @check("Reminders shown with button, icon and name")
 def reminders(tour):
     for name, change in tour.reminders():
@@ -345,7 +350,7 @@ def reminders(tour):
         shown = wait_for(lambda: tour.shown(name), f"“{name}”", 100)  # noqa: B023
         # Its icon may come later. A screen that is still may come when it has gone again.
         with contextlib.suppress(TimeoutError):
-            shown = wait_for(lambda: (each := tour.shown(name)) and "umora" in each.icon and each, "its icon", 5)  # noqa: B023
+            shown = wait_for(lambda: shown_with_icon(tour, name), "its icon", 5)  # noqa: B023
         tour.keep("reminder-" + name.lower().replace(" ", "-"))
         if "Snooze 1 hour" not in shown.buttons:
             raise NotSeen(f"“{name}” has the buttons {shown.buttons}")
