@@ -4,7 +4,7 @@
 
 import json
 
-from lumora_testing.documents import put
+from lumora_testing.documents import put, taken
 from lumora_testing.roots import PROJECT
 
 PAGE = PROJECT / "Docs" / "Desktops.md"
@@ -15,7 +15,21 @@ def results(folder):
     for file in sorted(folder.glob("*/results.json")):
         told = json.loads(file.read_text(encoding="utf-8"))
         if told["checks"]:
-            yield f"{told['desktop']} on {file.parent.name.split('-')[0]}", told["checks"]
+            yield column(told["desktop"], file.parent), told["checks"]
+
+
+def column(desktop, folder):
+    """The head of a desktop's column."""
+    return f"{desktop} on {folder.name.split('-')[0]}"
+
+
+def lost(where, checks):
+    """The titles of those checks that were not seen, though the documentation says that they are seen there."""
+    rows = [[cell.strip() for cell in line.split("|")[1:-1]] for line in taken(PAGE, "desktops")]
+    if where not in rows[0]:
+        return [f"a column in {PAGE.name}"]
+    seen = {row[0] for row in rows if row[rows[0].index(where)].startswith("yes")}
+    return [each["title"] for each in checks.values() if each["outcome"] != "seen" and each["title"] in seen]
 
 
 def tell(folder):

@@ -7,6 +7,12 @@ import pathlib
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 
 
+def taken(document, marker):
+    """The lines that stand in a document between the two comments of that name."""
+    _, _, rest = document.read_text(encoding="utf-8").partition(f"<!-- {marker} -->\n")
+    return rest.partition(f"\n<!-- end of {marker} -->")[0].splitlines()
+
+
 def put(document, marker, text):
     """Replace what stands in a document between the two comments of that name."""
     begin, end = f"<!-- {marker} -->", f"<!-- end of {marker} -->"
