@@ -18,6 +18,24 @@ namespace {
 
 constexpr const char* kRole = "textRole";
 
+/// Makes a text as narrow as it gets without a further line, so that none has a single word left
+/// over for it.
+void evenOut(QStaticText& lines, const QFont& font, int width) {
+  const auto height = [&](int within) {
+    lines.setTextWidth(within);
+    lines.prepare({}, font);
+    return lines.size().height();
+  };
+  const double wanted = height(width);
+  int least = wanted < 2 * QFontMetrics(font).height() ? width : width / 2;
+  int most = width;
+  while (least < most) {
+    const int middle = (least + most) / 2;
+    height(middle) > wanted ? least = middle + 1 : most = middle;
+  }
+  height(most);
+}
+
 }  // namespace
 
 void setFontRole(QWidget* widget, TextRole role) {
@@ -48,20 +66,19 @@ void Label::changeEvent(QEvent* event) {
 }
 
 void Label::paintEvent(QPaintEvent* event) {
-  if (!wordWrap() || !isRightToLeft()) {
+  if (!wordWrap()) {
     QLabel::paintEvent(event);
     return;
   }
   // Qt 6.4 moves a line from right to left by the blank at which it ends, but not here.
-  QTextOption option(QStyle::visualAlignment(Qt::RightToLeft, alignment()));
-  option.setTextDirection(Qt::RightToLeft);
+  QTextOption option(QStyle::visualAlignment(layoutDirection(), alignment()));
+  option.setTextDirection(layoutDirection());
   QStaticText lines(text());
   lines.setTextFormat(Qt::PlainText);
   lines.setTextOption(option);
-  lines.setTextWidth(width());
-  lines.prepare({}, font());
-  const QSize size(width(), qRound(lines.size().height()));
-  const QRect place = QStyle::alignedRect(Qt::LeftToRight, alignment(), size, rect());
+  evenOut(lines, font(), width());
+  const QSize size(qRound(lines.textWidth()), qRound(lines.size().height()));
+  const QRect place = QStyle::alignedRect(layoutDirection(), alignment(), size, rect());
   QPainter(this).drawStaticText(place.topLeft(), lines);
 }
 
