@@ -7,6 +7,7 @@
 #include <QFontMetrics>
 #include <QPainter>
 #include <QPalette>
+#include <QRegularExpression>
 #include <QStaticText>
 #include <QStyle>
 #include <QTextOption>
@@ -18,22 +19,36 @@ namespace {
 
 constexpr const char* kRole = "textRole";
 
-/// Makes a text as narrow as it gets without a further line, so that none has a single word left
-/// over for it.
+/// With blanks at which no line ends between a number and its unit, and behind a word of a letter.
+QString heldTogether(QString text) {
+  static const QRegularExpression inner("(?<=\\p{Nd}) (?=\\p{L})|(?<=\\s\\p{L}) ");
+  return text.replace(inner, QString(QChar::Nbsp));
+}
+
+/// Lays a text out as narrow as it gets without a further line, so that none has a single word left
+/// over for it. `lines` has it as it is.
 void evenOut(QStaticText& lines, const QFont& font, int width) {
-  const auto height = [&](int within) {
+  const auto layOut = [&](int within) {
     lines.setTextWidth(within);
     lines.prepare({}, font);
-    return lines.size().height();
   };
-  const double wanted = height(width);
-  int least = wanted < 2 * QFontMetrics(font).height() ? width : width / 2;
+  layOut(width);
+  const double height = lines.size().height();
+  if (height < 2 * QFontMetrics(font).height()) return;
+  const auto fits = [&](int within) {
+    layOut(within);
+    return lines.size().height() <= height && lines.size().width() <= within;
+  };
+  const QString plain = lines.text();
+  lines.setText(heldTogether(plain));
+  if (!fits(width)) lines.setText(plain);
+  int least = width / 2;
   int most = width;
   while (least < most) {
     const int middle = (least + most) / 2;
-    height(middle) > wanted ? least = middle + 1 : most = middle;
+    fits(middle) ? most = middle : least = middle + 1;
   }
-  height(most);
+  layOut(most);
 }
 
 }  // namespace

@@ -67,6 +67,33 @@ TEST(Labels, HaveLinesOfAboutTheSameLength) {
   }
 }
 
+TEST(Labels, KeepNumbersWithTheirUnits) {
+  // Half of it would end behind the number.
+  const std::unique_ptr<Label> label(makeWrapping(TextRole::body, "HHHH HHHH 2 HHH HHHH"));
+  const QFont font = label->font();
+  const int width = longestWord("HHHH\u00A0HHHH\u00A02\u00A0HHH", font) + 2;
+  label->resize(width, label->heightForWidth(width));
+  const auto found = lines(*label);
+  ASSERT_EQ(found.size(), 2U);
+  const int kept = longestWord("HHHH\u00A0HHHH", font);
+  const int parted = longestWord("HHHH\u00A0HHHH\u00A02", font);
+  EXPECT_LT(found[0].second, (kept + parted) / 2);
+}
+
+TEST(Labels, TakeNoFurtherLineForThat) {
+  const std::unique_ptr<Label> label(makeWrapping(TextRole::body, "HHH 2 HHH HHH"));
+  const int width = longestWord("HHH\u00A0HHH", label->font()) + 2;
+  label->resize(width, label->heightForWidth(width) + 40);
+  EXPECT_EQ(lines(*label).size(), 2U);
+}
+
+TEST(Labels, CutNoWordForThat) {
+  const std::unique_ptr<Label> label(makeWrapping(TextRole::body, "2 HHHHHHHHH HH"));
+  const int width = longestWord("HHHHHHHHH", label->font()) + 2;
+  label->resize(width, label->heightForWidth(width));
+  EXPECT_EQ(lines(*label).size(), 3U);
+}
+
 TEST(Labels, StandInTheMiddleOfTheirHeightAndFromTheLeft) {
   const std::unique_ptr<Label> label(makeWrapping(TextRole::body, "HHH HHH H"));
   const int width = longestWord("HHH\u00A0HHH", label->font()) + 4;
