@@ -10,9 +10,11 @@
 #include <QRegularExpression>
 #include <QStaticText>
 #include <QStyle>
+#include <QTextLayout>
 #include <QTextOption>
 #include <QVariant>
 #include <algorithm>
+#include <limits>
 
 namespace lumora {
 namespace {
@@ -25,30 +27,43 @@ QString heldTogether(QString text) {
   return text.replace(inner, QString(QChar::Nbsp));
 }
 
-/// Lays a text out as narrow as it gets without a further line, so that none has a single word left
-/// over for it. `lines` has it as it is.
-void evenOut(QStaticText& lines, const QFont& font, int width) {
-  const auto layOut = [&](int within) {
-    lines.setTextWidth(within);
-    lines.prepare({}, font);
-  };
-  layOut(width);
-  const double height = lines.size().height();
-  if (height < 2 * QFontMetrics(font).height()) return;
-  const auto fits = [&](int within) {
-    layOut(within);
-    return lines.size().height() <= height && lines.size().width() <= within;
-  };
-  const QString plain = lines.text();
-  lines.setText(heldTogether(plain));
-  if (!fits(width)) lines.setText(plain);
+constexpr int kEvenEnough = 4;  // pixels
+constexpr int kTooNarrow = std::numeric_limits<int>::max();
+
+/// How many lines a text takes that is so wide; `kTooNarrow` where one of its words is wider.
+int linesOf(QTextLayout& text, int width) {
+  int count = 0;
+  double widest = 0;
+  text.beginLayout();
+  for (QTextLine line = text.createLine(); line.isValid(); line = text.createLine()) {
+    line.setLineWidth(width);
+    widest = std::max(widest, line.naturalTextWidth());
+    ++count;
+  }
+  text.endLayout();
+  return widest <= width ? count : kTooNarrow;
+}
+
+struct Evened {
+  QString text;
+  int width = 0;
+};
+
+/// A text as narrow as it gets without a further line, so that none has a single word left over for
+/// it.
+Evened evenedOut(const QString& text, const QFont& font, int width) {
+  QTextLayout plain(text, font);
+  const int count = linesOf(plain, width);
+  if (count == kTooNarrow) return {text, width};
+  QTextLayout held(heldTogether(text), font);
+  QTextLayout& taken = linesOf(held, width) <= count ? held : plain;
   int least = width / 2;
   int most = width;
-  while (least < most) {
+  while (most - least > kEvenEnough) {
     const int middle = (least + most) / 2;
-    fits(middle) ? most = middle : least = middle + 1;
+    linesOf(taken, middle) <= count ? most = middle : least = middle + 1;
   }
-  layOut(most);
+  return {taken.text(), most};
 }
 
 }  // namespace
@@ -81,18 +96,21 @@ void Label::changeEvent(QEvent* event) {
 }
 
 void Label::paintEvent(QPaintEvent* event) {
-  if (!wordWrap()) {
+  const bool isOneLine = height() < 2 * fontMetrics().height();
+  if (!wordWrap() || isOneLine) {
     QLabel::paintEvent(event);
     return;
   }
+  const Evened evened = evenedOut(text(), font(), width());
   // Qt 6.4 moves a line from right to left by the blank at which it ends, but not here.
   QTextOption option(QStyle::visualAlignment(layoutDirection(), alignment()));
   option.setTextDirection(layoutDirection());
-  QStaticText lines(text());
+  QStaticText lines(evened.text);
   lines.setTextFormat(Qt::PlainText);
   lines.setTextOption(option);
-  evenOut(lines, font(), width());
-  const QSize size(qRound(lines.textWidth()), qRound(lines.size().height()));
+  lines.setTextWidth(evened.width);
+  lines.prepare({}, font());
+  const QSize size(evened.width, qRound(lines.size().height()));
   const QRect place = QStyle::alignedRect(layoutDirection(), alignment(), size, rect());
   QPainter(this).drawStaticText(place.topLeft(), lines);
 }
