@@ -69,9 +69,9 @@ TEST(Labels, HaveLinesOfAboutTheSameLength) {
 
 TEST(Labels, KeepNumbersWithTheirUnits) {
   // Half of it would end behind the number.
-  const std::unique_ptr<Label> label(makeWrapping(TextRole::body, "HHHH HHHH 2 HHH HHHH"));
+  const std::unique_ptr<Label> label(makeWrapping(TextRole::body, "HHHH HHHH 2 HHHHHH HHH"));
   const QFont font = label->font();
-  const int width = longestWord("HHHH\u00A0HHHH\u00A02\u00A0HHH", font) + 2;
+  const int width = longestWord("HHHH\u00A0HHHH\u00A02\u00A0HHHHHH", font) + 2;
   label->resize(width, label->heightForWidth(width));
   const auto found = lines(*label);
   ASSERT_EQ(found.size(), 2U);
