@@ -21,6 +21,12 @@ struct LayerPlace {
   bool operator==(const LayerPlace&) const = default;
 };
 
+/// What Wayland does not tell of a desktop's panels.
+struct Panels {
+  bool atBottom = false;  ///< As long as nobody has changed that.
+  int rise = 0;           ///< Beyond what they reserve of the screen, in pixels of the toolkit.
+};
+
 /// A click on a tray's item on Wayland as the toolkit counts: the tray reports it in pixels `scale`
 /// of which are one of the toolkit's. Absent where the tray does not know, or counts from its own
 /// icon: a tray in the screen's upper left corner, as far as a wide icon goes, is not believed.
@@ -36,8 +42,9 @@ inline std::optional<ScreenPoint> clickedInLayer(ScreenPoint reported, double sc
 /// in the corner where the tray usually is: at the right, at the top unless panels are usually at
 /// the bottom.
 inline LayerPlace layerPlace(std::optional<ScreenPoint> click, ScreenSize size,
-                             const ScreenRect& screen, bool panelsAtBottom) {
-  if (!click) return {.atTop = !panelsAtBottom};
+                             const ScreenRect& screen, const Panels& panels) {
+  const int gap = kPopoverGap + panels.rise;
+  if (!click) return {.atTop = !panels.atBottom, .marginY = gap};
   const int left = click->x - screen.x;
   const int right = screen.right() - click->x;
   const int top = click->y - screen.y;
@@ -47,7 +54,9 @@ inline LayerPlace layerPlace(std::optional<ScreenPoint> click, ScreenSize size,
   LayerPlace place{.atTop = top < bottom, .atLeft = left < right};
   if (toTopOrBottom <= toSide) {
     place.marginX = std::max(kPopoverGap, toSide - size.width / 2);
+    place.marginY = gap;
   } else {
+    place.marginX = gap;
     place.marginY = std::max(kPopoverGap, toTopOrBottom - size.height / 2);
   }
   return place;

@@ -20,13 +20,12 @@ constexpr std::size_t kLongestText = 32;
 // White stands out from each of them by more than 4.5 to 1, and each but the plate stands out from
 // the plate by more than 3 to 1.
 constexpr Color kPlate = {0.07, 0.075, 0.09};
-constexpr Color kSteady = {0.13, 0.43, 0.78};
+constexpr Color kSteady = {0.43, 0.44, 0.46};
 constexpr Color kGood = {0.10, 0.50, 0.25};
 constexpr Color kWarning = {0.80, 0.16, 0.14};
 constexpr Color kFigures = {1, 1, 1};
 // Lighter than any panel that is dark, beside a plate darker than any that is light.
 constexpr Color kWall = {0.88, 0.89, 0.91};
-constexpr Color kRim = {0.44, 0.45, 0.46};
 
 using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
 using Context = std::unique_ptr<cairo_t, decltype(&cairo_destroy)>;
@@ -40,7 +39,8 @@ struct Box {
 
 int charge(const DrawnIcon& icon) { return std::clamp(icon.percent, 0, 100); }
 
-/// As the ring of the popover has it.
+/// As the ring of the popover has it where it is green or red; what is as usual is grey, as the
+/// symbols beside it are.
 Color color(BatteryPicture picture) {
   switch (picture) {
     case BatteryPicture::low:
@@ -88,8 +88,8 @@ void drawBody(cairo_t* cairo, const Box& body, int wall, double radius) {
 /// The percent, as large as the box has room for.
 void drawNumber(cairo_t* cairo, int percent, const Box& box, int side) {
   const std::string number = std::to_string(percent);
-  GlyphSize size{.height = std::min(box.height, rounded(side * 0.62)),
-                 .stroke = std::max(1, rounded(side * 0.105)),
+  GlyphSize size{.height = std::min(box.height, rounded(side * 0.5)),
+                 .stroke = std::max(1, rounded(side * 0.09)),
                  .gap = std::max(1, rounded(side * 0.07))};
   size.width = rounded(size.height * 0.66);
   while (size.width > 2 && textWidth(number, size) > box.width) --size.width;
@@ -102,30 +102,44 @@ void drawNumber(cairo_t* cairo, int percent, const Box& box, int side) {
            box.y + (box.height - size.height + 1) / 2, size);
 }
 
-/// A battery that stands, with a pole. Returns the room within its wall, apart from which it keeps.
-Box drawBattery(cairo_t* cairo, int side, int wall) {
-  const int top = rounded(side / 8.0);
-  const int width = rounded(side * 3 / 16.0) * 2;
-  const int x = (side - width) / 2;
-  drawBody(cairo, {x, 0, width, side / 2}, wall, wall);
-  drawBody(cairo, {0, top, side, side - top}, wall, side * 0.17);
-  fill(cairo, {x + wall, wall, width - 2 * wall, top + wall}, kPlate);
-  return {2 * wall, top + 2 * wall, side - 4 * wall, side - top - 4 * wall};
+/// Where the battery stands: panels' own symbols leave a margin, too.
+Box standing(int side) {
+  const int beside = rounded(side / 12.0);
+  const int above = side / 20;
+  return {beside, above, side - 2 * beside, side - 2 * above};
+}
+
+/// What a wall encloses, apart from which it keeps.
+Box within(const Box& body, int wall) {
+  return {body.x + 2 * wall, body.y + 2 * wall, body.width - 4 * wall, body.height - 4 * wall};
+}
+
+/// A battery with a pole. Returns the room for its charge.
+Box drawBattery(cairo_t* cairo, const Box& box, int side, int wall) {
+  const int pole = 2 * wall;
+  const int width = rounded(box.width * 3 / 16.0) * 2;
+  const int x = box.x + (box.width - width) / 2;
+  const Box body = {box.x, box.y + pole, box.width, box.height - pole};
+  drawBody(cairo, {x, box.y, width, box.height / 2}, wall, wall);
+  drawBody(cairo, body, wall, side * 0.14);
+  fill(cairo, {x + wall, box.y + wall, width - 2 * wall, pole + wall}, kPlate);
+  return within(body, wall);
 }
 
 /// One without a pole, whose wall is open above for a sign that is so wide.
-Box drawOpenBattery(cairo_t* cairo, int side, int wall, int sign) {
-  drawBody(cairo, {0, 0, side, side}, wall, side * 0.17);
-  fill(cairo, {(side - sign) / 2 - wall, 0, sign + 2 * wall, 2 * wall}, kPlate);
-  return {2 * wall, 2 * wall, side - 4 * wall, side - 4 * wall};
+Box drawOpenBattery(cairo_t* cairo, const Box& box, int side, int wall, int sign) {
+  drawBody(cairo, box, wall, side * 0.14);
+  fill(cairo, {(side - sign) / 2 - wall, box.y, sign + 2 * wall, 2 * wall}, kPlate);
+  return within(box, wall);
 }
 
 void drawSquare(cairo_t* cairo, const DrawnIcon& icon, int side) {
   const int wall = std::max(1, side / 16);
   const int sign = rounded(side * 5 / 16.0);
   const int signWidth = markWidth(icon.picture, sign);
-  Box room = signWidth == 0 ? drawBattery(cairo, side, wall)
-                            : drawOpenBattery(cairo, side, wall, signWidth);
+  const Box box = standing(side);
+  Box room = signWidth == 0 ? drawBattery(cairo, box, side, wall)
+                            : drawOpenBattery(cairo, box, side, wall, signWidth);
   if (icon.picture == BatteryPicture::noBattery) return;
 
   // The last of the charge would hardly be seen: all of it warns.
@@ -134,7 +148,7 @@ void drawSquare(cairo_t* cairo, const DrawnIcon& icon, int side) {
   fill(cairo, {room.x, room.y + room.height - height, room.width, height}, color(icon.picture));
 
   if (signWidth > 0) {
-    drawMark(cairo, icon.picture, (side - signWidth) / 2, wall, sign);
+    drawMark(cairo, icon.picture, (side - signWidth) / 2, box.y + wall, sign);
     room.y += sign;
     room.height -= sign;
   }
@@ -142,10 +156,10 @@ void drawSquare(cairo_t* cairo, const DrawnIcon& icon, int side) {
 }
 
 GlyphSize textBeside(int height) {
-  const int digits = rounded(height * 0.56);
+  const int digits = rounded(height * 0.46);
   return {.width = rounded(digits * 0.64),
           .height = digits,
-          .stroke = std::max(1, rounded(height * 0.095)),
+          .stroke = std::max(1, rounded(height * 0.08)),
           .gap = std::max(1, rounded(height * 0.08))};
 }
 
@@ -192,16 +206,11 @@ void drawLyingBattery(cairo_t* cairo, const DrawnIcon& icon, int x, int height, 
 void drawWide(cairo_t* cairo, const DrawnIcon& icon, int height) {
   const Layout layout = layOut(icon, height);
   const GlyphSize size = textBeside(height);
-  const double rim = std::max(1.0, height / 32.0);
+  // Some panels leave none above an item, and none below.
+  const int above = rounded(height / 12.0);
   setColor(cairo, isSteady(icon.picture) ? kPlate : color(icon.picture));
-  addRoundedRectangle(cairo, 0, 0, layout.width, height, height * 0.28);
+  addRoundedRectangle(cairo, 0, above, layout.width, height - 2 * above, height * 0.25);
   cairo_fill(cairo);
-  if (isSteady(icon.picture)) {
-    setColor(cairo, kRim);
-    cairo_set_line_width(cairo, rim);
-    addRoundedRectangle(cairo, rim / 2, rim / 2, layout.width - rim, height - rim, height * 0.28);
-    cairo_stroke(cairo);
-  }
   int x = layout.margin;
   drawLyingBattery(cairo, icon, x, height, layout.battery);
   x += layout.battery + layout.margin;

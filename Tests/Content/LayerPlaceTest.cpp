@@ -19,7 +19,7 @@ constexpr ScreenSize kSize{340, 520};
 constexpr ScreenRect kScreen{0, 0, 1920, 1080};
 
 LayerPlace at(ScreenPoint click, const ScreenRect& screen = kScreen) {
-  return layerPlace(click, kSize, screen, false);
+  return layerPlace(click, kSize, screen, {});
 }
 
 TEST(LayerPlace, HangsBesideThePanelThatWasClicked) {
@@ -41,8 +41,21 @@ TEST(LayerPlace, CountsFromTheEdgesOfTheScreenThatWasClicked) {
 }
 
 TEST(LayerPlace, IsTheCornerOfTheTrayWithoutAClick) {
-  EXPECT_EQ(layerPlace(std::nullopt, kSize, kScreen, false), (LayerPlace{.atTop = true}));
-  EXPECT_EQ(layerPlace(std::nullopt, kSize, kScreen, true), (LayerPlace{.atTop = false}));
+  EXPECT_EQ(layerPlace(std::nullopt, kSize, kScreen, {}), (LayerPlace{.atTop = true}));
+  EXPECT_EQ(layerPlace(std::nullopt, kSize, kScreen, {.atBottom = true}),
+            (LayerPlace{.atTop = false}));
+}
+
+TEST(LayerPlace, KeepsItsDistanceFromPanelsThatFloatAboveWhatTheyReserve) {
+  static constexpr Panels kFloating{.atBottom = true, .rise = 8};
+  const auto beside = [](std::optional<ScreenPoint> click) {
+    return layerPlace(click, kSize, kScreen, kFloating);
+  };
+  EXPECT_EQ(beside(std::nullopt), (LayerPlace{.atTop = false, .marginX = 8, .marginY = 16}));
+  EXPECT_EQ(beside(ScreenPoint{1500, 1040}),
+            (LayerPlace{.atTop = false, .atLeft = false, .marginX = 250, .marginY = 16}));
+  EXPECT_EQ(beside(ScreenPoint{1900, 1040}),
+            (LayerPlace{.atTop = false, .atLeft = false, .marginX = 16, .marginY = 8}));
 }
 
 TEST(ClickedInLayer, IsCountedAsTheToolkitCounts) {

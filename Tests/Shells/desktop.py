@@ -224,6 +224,14 @@ class Desktop:
         """A point of something else in the panel that can be clicked, the clock perhaps."""
         raise NotSeen("not tried")
 
+    def own_battery(self):
+        """The box of the desktop's own item for the battery, once it is there."""
+        raise CannotBe("it has none")
+
+    def open_own_battery(self):
+        """Do what brings its panel or menu; Escape takes it away."""
+        self.click(*self.own_battery().middle)
+
     def open_popover(self):
         """Do what brings the popover, or takes it away."""
         self.click(*self.item().middle)

@@ -2,6 +2,7 @@
 # SPDX-FileCopyrightText: 2026 The Lumora authors
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Goes through the checks on one desktop: tour.py [--times N] DESKTOP [PART OF A CHECK'S NAME...]
+Makes its sheet instead: tour.py --sheet DESKTOP
 
 Runs in the simulated laptop, as an ordinary user, with Lumora installed. Leaves results/results.json, a picture of
 every check, and logs.
@@ -26,6 +27,7 @@ sys.path.insert(0, str(HERE))
 
 from gi.repository import GLib  # noqa: E402
 
+import sheet  # noqa: E402
 from checks import CHECKS  # noqa: E402
 from desktop import CannotBe, NotSeen  # noqa: E402
 from lumora_testing.bundle import DOUBLE_CLICK_SECONDS, Lumora, forget  # noqa: E402
@@ -170,13 +172,22 @@ class Tour:
 
     def open_menu(self):
         """What is to be seen of it."""
-        self.still()
-        before = self.desktop.picture()
+        picture, box = self.brought_by(self.show_menu)
+        return picture.area(*box)
+
+    def show_menu(self):
+        """Open it and wait for it."""
         self.desktop.open_menu()
         wait_for(self.desktop.menu_open, "the menu", 10)
+
+    def brought_by(self, opens):
+        """The screen once something was opened and no longer changes, and what of it changed by that."""
+        self.still()
+        before = self.desktop.picture()
+        opens()
         self.still()
         picture = self.desktop.picture()
-        return picture.area(*picture.changed_since(before, 0))
+        return picture, picture.changed_since(before, 0)
 
     def wait_for_line(self, words):
         """Wait until a line of the open menu has these words; where the shell does not tell, the pictures have to."""
@@ -266,6 +277,10 @@ class Tour:
         self.laptop.set_battery(percent=90, status="Not charging")
         now = int(time.time())
         samples = [{"t": now - 60 * age + 20, "p": 90, "c": False, "a": True} for age in range(8 * 60, 0, -1)]
+        self.start_lumora_after(samples)
+
+    def start_lumora_after(self, samples):
+        """With this history."""
         HISTORY.parent.mkdir(parents=True, exist_ok=True)
         HISTORY.write_text(json.dumps(samples))
         self.start_lumora()
@@ -290,6 +305,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("desktop")
     parser.add_argument("--times", type=int, default=1)
+    parser.add_argument("--sheet", action="store_true")
     parser.add_argument("checks", nargs="*")
     options = parser.parse_args()
     RESULTS.mkdir(exist_ok=True)
@@ -301,8 +317,14 @@ def main():
         desktop.start()
         print(f"{desktop.name} after {time.monotonic() - begun:.0f} s", flush=True)
         tour = Tour(desktop, laptop, options.times)
+        if options.sheet:
+            try:
+                sheet.make(tour, RESULTS / "sheet.png")
+            except BaseException:
+                tour.keep("not-made")
+                raise
         for name, (title, function) in CHECKS.items():
-            if options.checks and not any(part in name for part in options.checks):
+            if options.sheet or options.checks and not any(part in name for part in options.checks):
                 continue
             since = time.monotonic()
             outcome, remark = attempt(tour, lambda tour: tour.begin(name) or function(tour))  # noqa: B023

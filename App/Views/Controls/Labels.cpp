@@ -7,16 +7,64 @@
 #include <QFontMetrics>
 #include <QPainter>
 #include <QPalette>
+#include <QRegularExpression>
 #include <QStaticText>
 #include <QStyle>
+#include <QTextLayout>
 #include <QTextOption>
 #include <QVariant>
 #include <algorithm>
+#include <limits>
 
 namespace lumora {
 namespace {
 
 constexpr const char* kRole = "textRole";
+
+/// With blanks at which no line ends between a number and its unit, and behind a word of a letter.
+QString heldTogether(QString text) {
+  static const QRegularExpression inner("(?<=\\p{Nd}) (?=\\p{L})|(?<=\\s\\p{L}) ");
+  return text.replace(inner, QString(QChar::Nbsp));
+}
+
+constexpr int kEvenEnough = 4;  // pixels
+constexpr int kTooNarrow = std::numeric_limits<int>::max();
+
+/// How many lines a text takes that is so wide; `kTooNarrow` where one of its words is wider.
+int linesOf(QTextLayout& text, int width) {
+  int count = 0;
+  double widest = 0;
+  text.beginLayout();
+  for (QTextLine line = text.createLine(); line.isValid(); line = text.createLine()) {
+    line.setLineWidth(width);
+    widest = std::max(widest, line.naturalTextWidth());
+    ++count;
+  }
+  text.endLayout();
+  return widest <= width ? count : kTooNarrow;
+}
+
+struct Evened {
+  QString text;
+  int width = 0;
+};
+
+/// A text as narrow as it gets without a further line, so that none has a single word left over for
+/// it.
+Evened evenedOut(const QString& text, const QFont& font, int width) {
+  QTextLayout plain(text, font);
+  const int count = linesOf(plain, width);
+  if (count == kTooNarrow) return {text, width};
+  QTextLayout held(heldTogether(text), font);
+  QTextLayout& taken = linesOf(held, width) <= count ? held : plain;
+  int least = width / 2;
+  int most = width;
+  while (most - least > kEvenEnough) {
+    const int middle = (least + most) / 2;
+    linesOf(taken, middle) <= count ? most = middle : least = middle + 1;
+  }
+  return {taken.text(), most};
+}
 
 }  // namespace
 
@@ -48,20 +96,22 @@ void Label::changeEvent(QEvent* event) {
 }
 
 void Label::paintEvent(QPaintEvent* event) {
-  if (!wordWrap() || !isRightToLeft()) {
+  const bool isOneLine = height() < 2 * fontMetrics().height();
+  if (!wordWrap() || isOneLine) {
     QLabel::paintEvent(event);
     return;
   }
+  const Evened evened = evenedOut(text(), font(), width());
   // Qt 6.4 moves a line from right to left by the blank at which it ends, but not here.
-  QTextOption option(QStyle::visualAlignment(Qt::RightToLeft, alignment()));
-  option.setTextDirection(Qt::RightToLeft);
-  QStaticText lines(text());
+  QTextOption option(QStyle::visualAlignment(layoutDirection(), alignment()));
+  option.setTextDirection(layoutDirection());
+  QStaticText lines(evened.text);
   lines.setTextFormat(Qt::PlainText);
   lines.setTextOption(option);
-  lines.setTextWidth(width());
+  lines.setTextWidth(evened.width);
   lines.prepare({}, font());
-  const QSize size(width(), qRound(lines.size().height()));
-  const QRect place = QStyle::alignedRect(Qt::LeftToRight, alignment(), size, rect());
+  const QSize size(evened.width, qRound(lines.size().height()));
+  const QRect place = QStyle::alignedRect(layoutDirection(), alignment(), size, rect());
   QPainter(this).drawStaticText(place.topLeft(), lines);
 }
 

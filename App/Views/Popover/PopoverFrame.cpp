@@ -2,9 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Views/Popover/PopoverFrame.h"
 
+#include "Views/Style/Style.h"
 #include "Views/Theme/Colors.h"
 
+#include <QApplication>
 #include <QPainter>
+#include <QStyle>
 
 namespace lumora {
 namespace {
@@ -14,13 +17,16 @@ constexpr double kDarkest = 0.22;
 
 constexpr double kHalfLine = 0.5;
 
+constexpr int kRadius = 12;
+constexpr int kBreezeRadius = 5;
+
 /// Where a line runs that lies just within, at any scale.
 QRectF middleOfLine(const QRect& popover) {
   return QRectF(popover).adjusted(kHalfLine, kHalfLine, -kHalfLine, -kHalfLine);
 }
 
 /// As from a light above: longer below. By rings, which leave out what the popover covers.
-void drawShadow(QPainter& painter, const QRectF& popover) {
+void drawShadow(QPainter& painter, const QRectF& popover, double radius) {
   painter.setBrush(Qt::NoBrush);
   for (int ring = 0; ring < kShadowReach; ++ring) {
     const double away = (ring + 0.5) / kShadowReach;
@@ -28,23 +34,24 @@ void drawShadow(QPainter& painter, const QRectF& popover) {
     color.setAlphaF(static_cast<float>(kDarkest * (1 - away) * (1 - away)));
     painter.setPen(QPen(color, 1));
     const double out = ring + 0.5;
-    painter.drawRoundedRect(popover.adjusted(-out, -out, out, out), kCornerRadius + out,
-                            kCornerRadius + out);
+    painter.drawRoundedRect(popover.adjusted(-out, -out, out, out), radius + out, radius + out);
   }
 }
 
 }  // namespace
 
+int cornerRadius(const QString& style) { return isGood(style) ? kBreezeRadius : kRadius; }
+
 void drawRoundFrame(QPainter& painter, const QRect& popover, const QPalette& palette) {
   painter.setRenderHint(QPainter::Antialiasing);
-  drawShadow(painter, popover);
+  const double radius = cornerRadius(QApplication::style()->name());
+  drawShadow(painter, popover, radius);
   painter.setPen(Qt::NoPen);
   painter.setBrush(palette.color(QPalette::Window));
-  painter.drawRoundedRect(popover, kCornerRadius, kCornerRadius);
+  painter.drawRoundedRect(popover, radius, radius);
   painter.setPen(outlineColor(palette));
   painter.setBrush(Qt::NoBrush);
-  painter.drawRoundedRect(middleOfLine(popover), kCornerRadius - kHalfLine,
-                          kCornerRadius - kHalfLine);
+  painter.drawRoundedRect(middleOfLine(popover), radius - kHalfLine, radius - kHalfLine);
 }
 
 void drawSquareFrame(QPainter& painter, const QRect& popover, const QPalette& palette) {

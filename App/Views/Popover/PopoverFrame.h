@@ -6,13 +6,15 @@
 
 #include <QPalette>
 #include <QRect>
+#include <QString>
 
 class QPainter;
 
 namespace lumora {
 
-/// Of the popover's corners, where it is not square.
-inline constexpr int kCornerRadius = 12;
+/// Of the popover's corners, where it is not square; beside controls that the desktop's own style
+/// draws, that of the desktop's own panels.
+int cornerRadius(const QString& style);
 
 /// How far the shadow reaches: it lies in the gap that the popover keeps to all else.
 inline constexpr int kShadowReach = kPopoverGap;

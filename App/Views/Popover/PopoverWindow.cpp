@@ -18,6 +18,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <QWindow>
 #include <algorithm>
@@ -64,8 +65,12 @@ void setFixedGeometry(QWidget& window, const QRect& geometry) {
 
 bool isPlasma() { return qEnvironmentVariable("XDG_CURRENT_DESKTOP").contains("KDE"); }
 
-/// As long as nobody has changed that. Wayland does not tell.
-bool panelsAreAtTheBottom() { return isPlasma(); }
+Panels panels() {
+  // From Plasma 6 on panels float, as far above what they reserve as below.
+  constexpr int kRise = 8;
+  const bool floating = qEnvironmentVariableIntValue("KDE_SESSION_VERSION") >= 6;
+  return isPlasma() ? Panels{.atBottom = true, .rise = floating ? kRise : 0} : Panels{};
+}
 
 /// Of the pixels in which the tray reports clicks: Plasma counts the screen's own.
 double scaleOfTray() { return isPlasma() ? qApp->devicePixelRatio() : 1; }
@@ -152,7 +157,7 @@ void PopoverWindow::dress() {
   layout()->setContentsMargins(reach(), reach(), reach(), reach());
   // The scroll bar keeps out of the corners.
   for (QWidget* end : scroll_->scrollBarWidgets(Qt::AlignTop | Qt::AlignBottom)) {
-    end->setFixedHeight(round ? kCornerRadius : 0);
+    end->setFixedHeight(round ? cornerRadius(style()->name()) : 0);
   }
 }
 
@@ -191,7 +196,7 @@ void PopoverWindow::fit() {
 /// On the window's edges, as it hangs in a layer on those of the screen.
 void PopoverWindow::placeInWindow(const Screen& screen, const QSize& size) {
   const LayerPlace place =
-      layerPlace(click_, {size.width(), size.height()}, screen.whole, panelsAreAtTheBottom());
+      layerPlace(click_, {size.width(), size.height()}, screen.whole, panels());
   const int restX = std::max(0, width() - size.width());
   const int restY = std::max(0, height() - size.height());
   const int marginX = std::min(place.marginX, restX);
@@ -236,8 +241,8 @@ void PopoverWindow::setVisible(bool visible) {
 void PopoverWindow::placeInLayer() {
   const auto screen = screenAt(click_);
   if (!layer_ || !screen) return;
-  LayerPlace place = layerPlace(click_, {popover().width(), popover().height()}, screen->whole,
-                                panelsAreAtTheBottom());
+  LayerPlace place =
+      layerPlace(click_, {popover().width(), popover().height()}, screen->whole, panels());
   place.marginX -= reach();
   place.marginY -= reach();
   layer_->place(place, {width(), height()});

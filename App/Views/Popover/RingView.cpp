@@ -53,11 +53,17 @@ void RingView::paintEvent(QPaintEvent* /*event*/) {
   font.setPixelSize(kPercentPixels);
   font.setWeight(QFont::DemiBold);
   const QString text = QString::fromStdString(percentText(value()));
-  const int width = QFontMetrics(font).horizontalAdvance(text);
-  if (width > kTextWidth) font.setPixelSize(kPercentPixels * kTextWidth / width);
+  const int advance = QFontMetrics(font).horizontalAdvance(text);
+  if (advance > kTextWidth) font.setPixelSize(kPercentPixels * kTextWidth / advance);
   painter.setFont(font);
   painter.setPen(textColor(TextColor::primary, palette()));
-  painter.drawText(rect(), Qt::AlignCenter, text);
+  // Its figures, not its line, which has more room below than above in some fonts.
+  const QFontMetricsF metrics(font);
+  const QRectF figure = metrics.tightBoundingRect(QString::fromStdString(numberText(8)));
+  const QPointF middle = QRectF(rect()).center();
+  painter.drawText(
+      QPointF(middle.x() - metrics.horizontalAdvance(text) / 2, middle.y() - figure.center().y()),
+      text);
 }
 
 CycleBarView::CycleBarView(QWidget* parent) : QProgressBar(parent) {

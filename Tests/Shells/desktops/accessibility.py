@@ -18,6 +18,7 @@ ON_SCREEN = 0
 # Roles and states by their numbers, as AT-SPI has them.
 BUTTONS = (43, 62)  # push button, toggle button
 PUSH_BUTTON = 43
+ICON = 26  # of an old kind of tray
 NOTIFICATION = 101
 SHOWING = 1 << 25
 SECONDS = 5
@@ -121,6 +122,11 @@ class Accessibility:
                         if node.role in roles and condition(window, node):
                             return node
         return None
+
+
+def anything(_window, _node):
+    """A condition for what is the only one."""
+    return True
 
 
 def texts(node):

@@ -21,6 +21,13 @@ HELPERS = """
 """
 
 
+POWER = "org.cinnamon.SettingsDaemon.Power"
+POWER_APPLET = """
+  const actor = imports.ui.appletManager.getRunningInstancesForUuid('power@cinnamon.org')[0]?.actor;
+  return actor?.mapped ? box(actor) : null;
+"""
+
+
 class Cinnamon(Scripted, X11):
     """See Desktop."""
 
@@ -75,6 +82,16 @@ class Cinnamon(Scripted, X11):
     def _notification(self, title, texts, box, buttons, banner):
         icon = ICON if banner and box and shows_icon(self.picture(), Box(*map(round, box))) else ""
         return Notification(title, " ".join(texts[1:]), tuple(buttons), None, icon, banner)
+
+    def own_battery(self):
+        if not self.owned(POWER):
+            self.spawn("power", "csd-power")
+            self.wait_for_name(POWER)
+        return wait_for(self._power_applet, "the power applet")
+
+    def _power_applet(self):
+        found = self._script(POWER_APPLET)
+        return Box(*map(round, found)) if found else None
 
     def press(self, notification, label):
         found = wait_for(

@@ -219,6 +219,9 @@ class Gnome(Scripted, Desktop):
         self.click(*self.item().middle)
         self.click(*self.item().middle)
 
+    def own_battery(self):
+        return self._box(self._script("return box(Main.panel.statusArea.quickSettings);"))
+
     def press(self, notification, label):
         """The banner unfolds its buttons below the mouse, and may move while it does."""
         wait_for(self._banner, "the banner")

@@ -3,10 +3,14 @@
 """MATE on an X server without a screen."""
 
 from desktop import CannotBe, version_of
+from desktops.accessibility import ICON, anything
 from desktops.x11 import X11, run, wait_for_panel
+from lumora_testing.remote import wait_for
 
 # A light one with light windows: those of the theme that is there first are grey.
 DARK, LIGHT = "BlackMATE", "Adwaita"
+
+POWER = "org.mate.PowerManager"
 
 
 class Mate(X11):
@@ -38,6 +42,11 @@ class Mate(X11):
 
     def item(self):
         return self.find_item(lambda _, node: node.name == "Lumora")
+
+    def own_battery(self):
+        if not self.owned(POWER):
+            self.spawn("power", "mate-power-manager")
+        return wait_for(lambda: self.accessibility.button("mate-panel", anything, (ICON,)), "its icon").box()
 
     def set_panel_dark(self, dark):
         self.set_dark(dark)

@@ -4,6 +4,7 @@
 
 import contextlib
 import dataclasses
+import glob
 import json
 import os
 import subprocess
@@ -21,6 +22,8 @@ SCREEN_SAVER = "org.freedesktop.ScreenSaver", "/ScreenSaver", "org.freedesktop.S
 NOTIFICATIONS = "org.freedesktop.Notifications", "/org/freedesktop/Notifications", "org.freedesktop.Notifications"
 # Dark enough for a light window, where a lighter one is made darker.
 ACCENTS = "#003070", "#700020"
+# The service and its item in the tray.
+POWER, BATTERY = "org.kde.Solid.PowerManagement", "Power and Battery"
 # A layer is larger than the popover by its shadow, on each side.
 SHADOW = 8
 TOLD = """<node><interface name="org.lumora.Shells"><method name="Told"><arg type="s" direction="in"/></method>
@@ -159,6 +162,11 @@ class Plasma(Desktop):
                 with contextlib.suppress(GLib.Error):
                     if node.role == NOTIFICATION:
                         yield window, node
+
+    def own_battery(self):
+        if not self.owned(POWER):
+            self.spawn("power", *glob.glob("/usr/lib/*/libexec/org_kde_powerdevil"))
+        return wait_for(lambda: self._button(BATTERY), "the battery in the tray")
 
     def press(self, notification, label):
         for window, node in self._banners():

@@ -8,7 +8,11 @@ import pathlib
 import shutil
 
 from desktop import CannotBe, version_of
+from desktops.accessibility import ICON, anything
 from desktops.x11 import X11, run, wait_for_panel
+from lumora_testing.remote import wait_for
+
+POWER = "org.xfce.PowerManager"
 
 
 class Xfce(X11):
@@ -46,6 +50,15 @@ class Xfce(X11):
     def item(self):
         """The one button without a name in the tray, which is a program of its own."""
         return self.find_item(lambda _, node: not node.name, "wrapper-2.0")
+
+    def own_battery(self):
+        if not self.owned(POWER):
+            self._set("xfce4-power-manager", "/xfce4-power-manager/show-tray-icon", "bool", "true")
+            self.spawn("power", "xfce4-power-manager", "--no-daemon")
+        return wait_for(lambda: self.accessibility.button("wrapper-2.0", anything, (ICON,)), "its icon").box()
+
+    def open_own_battery(self):
+        self.click(*self.own_battery().middle, button=3)
 
     def set_panel_dark(self, dark):
         self._set("xfce4-panel", "/panels/dark-mode", "bool", str(dark).lower())

@@ -13,6 +13,7 @@
 #include "Views/Theme/Contrast.h"
 #include "Views/ViewTest.h"
 
+#include <QFontDatabase>
 #include <QFrame>
 #include <QPushButton>
 #include <cmath>
@@ -247,6 +248,34 @@ TEST_F(PopoverLayoutTest, DrawsTheRingElevenPixelsWideWithThePercentInIt) {
     }
   }
   EXPECT_NEAR(bottom - top, 20, 2);
+}
+
+TEST_F(PopoverLayoutTest, HasTheFiguresInTheMiddleOfTheRingInEveryFont) {
+  constexpr int kScale = 4;
+  for (const char* family : {"DejaVu Sans", "Inter", "Loma", "Lohit Tamil"}) {
+    ASSERT_TRUE(QFontDatabase::families().contains(family)) << family;
+    RingView ring;
+    ring.setFont(QFont(family));
+    ring.show(62, Tint::accent);
+    ring.resize(ring.sizeHint());
+    QImage image(ring.size() * kScale, QImage::Format_RGB32);
+    image.setDevicePixelRatio(kScale);
+    ring.render(&image);
+    // Of the first figure alone: the sign reaches beyond it in some.
+    int top = image.height();
+    int bottom = 0;
+    for (int y = 25 * kScale; y < 80 * kScale; ++y) {
+      for (int x = 20 * kScale; x < 36 * kScale; ++x) {
+        if (distance(image.pixelColor(x, y), ring.palette().color(QPalette::WindowText)) > 60) {
+          continue;
+        }
+        top = std::min(top, y);
+        bottom = std::max(bottom, y);
+      }
+    }
+    // To a quarter of a pixel.
+    EXPECT_NEAR((top + bottom) / 2.0, (image.height() - 1) / 2.0, kScale / 4.0) << family;
+  }
 }
 
 TEST_F(PopoverLayoutTest, FillsTheBarByTheCyclesInTheirColor) {

@@ -259,6 +259,11 @@ bool always(const QScreen& /*screen*/) { return true; }
 bool blended = false;
 bool asItIs(const QScreen& /*screen*/) { return blended; }
 
+TEST(PopoverWindow, HasTheCornersOfTheDesktopsPanelsBesideItsControls) {
+  EXPECT_EQ(cornerRadius("breeze"), 5);
+  EXPECT_EQ(cornerRadius("fusion"), 12);
+}
+
 TEST(PopoverWindow, IsRoundWithAShadowWhereWindowsAreBlended) {
   Machine machine;
   PopoverWindow window(machine.host, always);
