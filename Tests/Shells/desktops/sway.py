@@ -19,7 +19,8 @@ from lumora_testing.pointer import LEFT, MIDDLE, RIGHT, Pointer
 from lumora_testing.remote import wait_for
 from lumora_testing.screen import wayland_screen
 
-CONFIGURATION = """output * resolution {width}x{height} background #204060 solid_color
+# Without a wallpaper: what is as large as the screen is darker at its edges once it is scaled, by this renderer.
+CONFIGURATION = """output * resolution {width}x{height}
 seat * xcursor_theme {cursors}
 default_border none
 exec touch {ready}
@@ -43,6 +44,8 @@ INTERFACE = "org.gnome.desktop.interface"
 BUTTONS = {1: LEFT, 2: MIDDLE, 3: RIGHT}
 # Roles by their numbers, as AT-SPI has them.
 ICON_ROLE, MENU_ITEM = 26, 35
+# By so much the bar's edge is blurred where its scale is no whole number.
+BLUR = 2
 # A tooltip is smaller.
 LEAST_POPOVER = 200
 
@@ -161,7 +164,7 @@ class Sway(Desktop):
         """sway does not tell of layers: what lies over the screen as it was before the click."""
         if not self._before or self.menu_open() or self._others() != self._before[1]:
             return None
-        changed = self.picture().changed_since(self._before[0], self._bar().bottom)
+        changed = self.picture().changed_since(self._before[0], self._bar().bottom + BLUR)
         if not changed:
             return None
         left, top, right, bottom = changed
