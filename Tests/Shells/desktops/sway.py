@@ -121,13 +121,26 @@ class Sway(Desktop):
         self._start_panel()
 
     def lock(self):
-        # It goes to the background once the screen is locked.
         run("swaylock", "--daemonize", "--color", "000000")
+        wait_for(lambda: not self._bar_drawn(), "the lock")
 
     def unlock(self):
-        self._keyboard.type(PASSWORD)
-        self.key("Return")
-        wait_for(lambda: not said("pidof", "swaylock"), "the end of the lock")
+        def goes():
+            self._keyboard.type(PASSWORD)
+            self.key("Return")
+            with contextlib.suppress(TimeoutError):
+                return wait_for(lambda: not said("pidof", "swaylock"), "the end of the lock", 8)
+            # What it had of the password before it had the keyboard.
+            self.key("Escape")
+            return False
+
+        wait_for(goes, "the end of the lock")
+        wait_for(self._bar_drawn, "the bar")
+
+    def _bar_drawn(self):
+        """Whether more than one colour is to be seen where Waybar is, which does not know of a lock over it."""
+        picture, (x, y) = self.picture(), self._bar().middle
+        return len({picture.pixel(each, y) for each in range(2 * x)}) > 1
 
     def picture(self):
         return wayland_screen()
