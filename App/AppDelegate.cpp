@@ -178,7 +178,10 @@ void AppDelegate::takeActivationToken(const std::string& token) {
 }
 
 Observable<Appearance>& AppDelegate::appearance() {
-  if (!appearance_) appearance_.emplace(session_, Glib::getenv("XDG_CURRENT_DESKTOP"));
+  if (!appearance_) {
+    appearance_.emplace(session_, Glib::getenv("XDG_CURRENT_DESKTOP"),
+                        Glib::getenv("QT_QPA_PLATFORMTHEME"));
+  }
   return appearance_->appearance();
 }
 

@@ -51,7 +51,7 @@ class Listeners {
   UPower upower_{"/none"};
   PowerProfiles profiles_;
   Logind logind_;
-  DesktopAppearance appearance_{FakeBus::connection(), "GNOME"};
+  DesktopAppearance appearance_{FakeBus::connection(), "GNOME", ""};
   BatteryReader reader_{upower_, profiles_};
   int readings_ = 0;
   int ready_ = 0;

@@ -63,15 +63,21 @@ def legible_on(tour, dark):
         name = f"panel-{'dark' if dark else 'light'}"
         picture, box = tour.keep_item(name), tour.desktop.item()
         # In its corner it is empty: a symbol may have more of another colour than there is of the panel's.
-        ground = luminance(picture.pixel(box.left, box.top))
-        ratio = max(contrast(ground, luminance(color)) for color in colors(picture, box))
-        if (ground < 0.2) != dark:
-            raise NotSeen(f"the panel's luminance is {ground:.2f}")
+        panel = luminance(picture.pixel(box.left, box.top))
+        ratio = max(contrast(ground_in(picture, box, panel), luminance(color)) for color in colors(picture, box))
+        if (panel < 0.2) != dark:
+            raise NotSeen(f"the panel's luminance is {panel:.2f}")
         if ratio < LEGIBLE:
             raise NotSeen(f"contrast {ratio:.1f}")
         return f"contrast {ratio:.1f}"
     finally:
         tour.desktop.set_panel_dark(True)
+
+
+def ground_in(picture, box, panel):
+    """The luminance of what the item's text lies on: the panel's, or that of a plate of its own."""
+    color = most_frequent(picture, box)
+    return luminance(color) if colors(picture, box)[color] > box.width * box.height / 3 else panel
 
 
 @check("Legible on a dark panel")
@@ -359,6 +365,7 @@ def reminders(tour):
             raise NotSeen(f"“{name}” is said to be of “{shown.application}”")
         if "umora" not in shown.icon:
             raise NotSeen(f"“{name}” has the icon “{shown.icon}”")
+    return f"the button in {tour.desktop.buttons_in}" if tour.desktop.buttons_in else ""
 
 
 @check("A reminder replaces the one before")

@@ -93,6 +93,7 @@ class Desktop:
     screen = 1366, 768
     environment = {}  # what makes programs know the desktop
     opens_with = "a click"  # what brings the popover
+    buttons_in = ""  # where the buttons of notifications are, if not on them
 
     def __init__(self, folder):
         self.folder = pathlib.Path(folder)  # for logs
@@ -181,6 +182,17 @@ class Desktop:
         """Whether what is typed goes to the popover."""
         return any(window.focused for window in self.windows() if window.title == "Lumora")
 
+    def answers_tab(self):
+        """Whether the popover changes by that key, for where the focus is not told."""
+        box = self.popover()
+        before = self.picture()
+        self.key("Tab")
+        try:
+            wait_for(lambda: self.picture().area(*box.corners) != before.area(*box.corners), "the ring", 3)
+        except TimeoutError:
+            return False
+        return True
+
     def menu(self):
         """The lines of the item's menu while it is open, none while it is not; None where the shell does not tell."""
         return None
@@ -243,6 +255,10 @@ class Desktop:
     def open_menu(self):
         """Do what brings the menu."""
         self.click(*self.item().middle, button=3)
+
+    def close_menu(self):
+        """Do what closes the menu."""
+        self.key("Escape")
 
     def choose(self, words, number):
         """Choose a line of the open menu by its words, or where the shell does not tell those, the line of that number

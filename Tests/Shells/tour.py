@@ -150,8 +150,8 @@ class Tour:
     def close_everything(self):
         """Menu, popover, settings and tooltip."""
         for _ in range(3):
-            if self.open_thing():
-                self.desktop.key("Escape")
+            if thing := self.open_thing():
+                self.desktop.close_menu() if thing == "menu" else self.desktop.key("Escape")
                 with contextlib.suppress(TimeoutError):
                     wait_for(lambda: not self.open_thing(), "the end of what is open", 5)
         if self.settings():

@@ -6,8 +6,8 @@ import json
 import subprocess
 
 
-def windows(title):
-    """The windows of that title: where they are, and how large without the compositor's frame. None without sway."""
+def nodes():
+    """Each node of its tree, windows and what holds them. None without sway."""
 
     def below(node):
         yield node
@@ -15,12 +15,13 @@ def windows(title):
             yield from below(child)
 
     told = subprocess.run(["swaymsg", "--raw", "-t", "get_tree"], capture_output=True)
-    return (
-        [
-            node["rect"] | {"content": node["geometry"]}
-            for node in below(json.loads(told.stdout))
-            if node.get("name") == title and node.get("pid")
-        ]
-        if told.returncode == 0
-        else []
-    )
+    return list(below(json.loads(told.stdout))) if told.returncode == 0 else []
+
+
+def windows(title):
+    """The windows of that title: where they are, and how large without the compositor's frame."""
+    return [
+        node["rect"] | {"content": node["geometry"]}
+        for node in nodes()
+        if node.get("name") == title and node.get("pid")
+    ]

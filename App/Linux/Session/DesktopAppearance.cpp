@@ -2,10 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Linux/Session/DesktopAppearance.h"
 
+#include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <map>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -59,22 +62,31 @@ void takeFont(Appearance& appearance, const Glib::ustring& key, const Glib::Vari
   }
 }
 
-/// Whether one of the names with colons between them is GNOME's.
-bool isGnome(const std::string& desktop) {
+/// Whether one of the names with colons between them is among these.
+bool isOneOf(const std::string& desktop, std::initializer_list<std::string_view> wanted) {
   std::istringstream names(desktop);
   for (std::string name; std::getline(names, name, ':');) {
-    if (name == "GNOME") return true;
+    if (std::find(wanted.begin(), wanted.end(), name) != wanted.end()) return true;
   }
   return false;
 }
 
+bool isGnome(const std::string& desktop) { return isOneOf(desktop, {"GNOME"}); }
+
+bool isCompositorAlone(const std::string& desktop) {
+  return isOneOf(desktop, {"sway", "labwc", "wlroots"});
+}
+
 }  // namespace
 
-DesktopAppearance::DesktopAppearance(const BusConnection& session, const std::string& desktop)
+DesktopAppearance::DesktopAppearance(const BusConnection& session, const std::string& desktop,
+                                     const std::string& toolkitTheme)
     : session_(session) {
   if (!session_) return;
   std::vector<Glib::ustring> namespaces{kAppearance};
-  if (isGnome(desktop)) namespaces.emplace_back(kGnome);
+  if (isGnome(desktop) || (isCompositorAlone(desktop) && toolkitTheme.empty())) {
+    namespaces.emplace_back(kGnome);
+  }
   for (const Glib::ustring& name : namespaces) {
     settingChanged_.emplace_back(
         session_, SignalSubscription::Source{kName, kPath, kInterface, "SettingChanged", name},

@@ -22,8 +22,11 @@ class DesktopAppearance : public sigc::trackable {
  public:
   /// `session` is the session bus; absent where there is none. `desktop` is what
   /// XDG_CURRENT_DESKTOP says: names with colons between them. The font is GNOME's to tell where
-  /// the desktop is GNOME; others have it told by their own means.
-  DesktopAppearance(const BusConnection& session, const std::string& desktop);
+  /// the desktop is GNOME, or a compositor alone, where GTK goes by it and Qt knows none, unless
+  /// `toolkitTheme` names a theme that the user has chosen for Qt; others have it told by their own
+  /// means.
+  DesktopAppearance(const BusConnection& session, const std::string& desktop,
+                    const std::string& toolkitTheme);
 
   Observable<Appearance>& appearance() { return appearance_; }
 

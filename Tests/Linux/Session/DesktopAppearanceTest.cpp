@@ -25,16 +25,16 @@ class DesktopAppearanceTest : public testing::Test {
   /// Whether one that was just made knows it. A busy machine may let the portal's time pass.
   bool isKnownAtOnce(const char* name, const Appearance& expected) {
     return waitFor(
-        [&] { return *DesktopAppearance(laptop.session(), name).appearance() == expected; });
+        [&] { return *DesktopAppearance(laptop.session(), name, "").appearance() == expected; });
   }
 
   Laptop laptop;
 };
 
 TEST_F(DesktopAppearanceTest, HasNoWishesWithoutAPortalOrABus) {
-  DesktopAppearance desktop(laptop.session(), "XFCE");
+  DesktopAppearance desktop(laptop.session(), "XFCE", "");
   EXPECT_EQ(*desktop.appearance(), Appearance{});
-  DesktopAppearance none(nullptr, "");
+  DesktopAppearance none(nullptr, "", "");
   EXPECT_EQ(*none.appearance(), Appearance{});
 }
 
@@ -45,7 +45,7 @@ TEST_F(DesktopAppearanceTest, KnowsTheWishesFromTheStart) {
 }
 
 TEST_F(DesktopAppearanceTest, FollowsEachChangeAndAnnouncesItOnce) {
-  DesktopAppearance desktop(laptop.session(), "XFCE");
+  DesktopAppearance desktop(laptop.session(), "XFCE", "");
   int changes = 0;
   const auto subscription = desktop.appearance().subscribe([&] { ++changes; });
   laptop.setAppearance("color-scheme", variant(std::uint32_t{2}));
@@ -60,20 +60,20 @@ TEST_F(DesktopAppearanceTest, TakesWhatItCannotReadAsNoWish) {
   laptop.setAppearance("color-scheme", variant("dark"));
   laptop.setAppearance("accent-color", variant(Color{-1.0, 0.5, 0.5}));
   laptop.setAppearance("contrast", variant(std::uint32_t{7}));
-  DesktopAppearance desktop(laptop.session(), "XFCE");
+  DesktopAppearance desktop(laptop.session(), "XFCE", "");
   EXPECT_EQ(*desktop.appearance(), Appearance{});
 }
 
 TEST_F(DesktopAppearanceTest, HearsAPortalThatIsSlow) {
   laptop.setAppearance("color-scheme", variant(std::uint32_t{1}));
   laptop.slowAppearance(std::chrono::milliseconds(300));
-  DesktopAppearance desktop(laptop.session(), "XFCE");
+  DesktopAppearance desktop(laptop.session(), "XFCE", "");
   EXPECT_EQ(*desktop.appearance(), Appearance{});
   EXPECT_TRUE(becomes(desktop, {ColorScheme::dark, std::nullopt}));
 }
 
 TEST_F(DesktopAppearanceTest, HearsAPortalThatStartsLater) {
-  DesktopAppearance desktop(laptop.session(), "XFCE");
+  DesktopAppearance desktop(laptop.session(), "XFCE", "");
   drainMainLoop();
   EXPECT_EQ(*desktop.appearance(), Appearance{});
   laptop.setAppearance("color-scheme", variant(std::uint32_t{1}));
@@ -82,7 +82,7 @@ TEST_F(DesktopAppearanceTest, HearsAPortalThatStartsLater) {
 
 TEST_F(DesktopAppearanceTest, FollowsTheWishForContrast) {
   laptop.setAppearance("contrast", variant(std::uint32_t{1}));
-  DesktopAppearance desktop(laptop.session(), "XFCE");
+  DesktopAppearance desktop(laptop.session(), "XFCE", "");
   Appearance expected;
   expected.highContrast = true;
   EXPECT_TRUE(becomes(desktop, expected));
@@ -90,24 +90,35 @@ TEST_F(DesktopAppearanceTest, FollowsTheWishForContrast) {
   EXPECT_TRUE(becomes(desktop, {}));
 }
 
-TEST_F(DesktopAppearanceTest, HasGnomesFontOnGnomeAlone) {
+TEST_F(DesktopAppearanceTest, HasGnomesFontOnGnomeAndWhereNothingElseTellsOne) {
   laptop.setAppearance(kGnome + " font-name", variant("Cantarell 11"));
   laptop.setAppearance(kGnome + " text-scaling-factor", variant(1.25));
-  for (const char* other : {"", "KDE", "XFCE", "GNOMEX:sway"}) {
-    EXPECT_EQ(*DesktopAppearance(laptop.session(), other).appearance(), Appearance{}) << other;
+  for (const char* other : {"", "KDE", "XFCE", "GNOMEX:swayed"}) {
+    EXPECT_EQ(*DesktopAppearance(laptop.session(), other, "").appearance(), Appearance{}) << other;
   }
   Appearance expected;
   expected.font = "Cantarell 11";
   expected.textScale = 1.25;
-  for (const char* gnome : {"GNOME", "ubuntu:GNOME", "GNOME-Classic:GNOME"}) {
-    EXPECT_TRUE(isKnownAtOnce(gnome, expected)) << gnome;
+  for (const char* told :
+       {"GNOME", "ubuntu:GNOME", "GNOME-Classic:GNOME", "sway", "sway:wlroots", "labwc:wlroots"}) {
+    EXPECT_TRUE(isKnownAtOnce(told, expected)) << told;
   }
+}
+
+TEST_F(DesktopAppearanceTest, LeavesTheFontToTheThemeThatIsChosenForQt) {
+  laptop.setAppearance(kGnome + " font-name", variant("Cantarell 11"));
+  Appearance expected;
+  expected.font = "Cantarell 11";
+  EXPECT_TRUE(waitFor([&] {
+    return *DesktopAppearance(laptop.session(), "GNOME", "qt6ct").appearance() == expected;
+  }));
+  EXPECT_EQ(*DesktopAppearance(laptop.session(), "sway", "qt6ct").appearance(), Appearance{});
 }
 
 TEST_F(DesktopAppearanceTest, FollowsGnomesFontAndNothingElseOfGnomes) {
   laptop.setAppearance("color-scheme", variant(std::uint32_t{1}));
   laptop.setAppearance(kGnome + " color-scheme", variant("prefer-dark"));
-  DesktopAppearance desktop(laptop.session(), "GNOME");
+  DesktopAppearance desktop(laptop.session(), "GNOME", "");
   laptop.setAppearance(kGnome + " color-scheme", variant("default"));
   laptop.setAppearance("font-name", variant("of no account here"));
   laptop.setAppearance(kGnome + " font-name", variant("Serif 13"));

@@ -20,6 +20,7 @@ BUTTONS = (43, 62)  # push button, toggle button
 PUSH_BUTTON = 43
 ICON = 26  # of an old kind of tray
 NOTIFICATION = 101
+SENSITIVE = 1 << 24
 SHOWING = 1 << 25
 SECONDS = 5
 LOOKS = 3
@@ -58,7 +59,14 @@ class Node:
 
     @property
     def showing(self):
-        return bool(self.call(ACCESSIBLE, "GetState")[0][0] & SHOWING)
+        return self._is(SHOWING)
+
+    @property
+    def sensitive(self):
+        return self._is(SENSITIVE)
+
+    def _is(self, state):
+        return bool(self.call(ACCESSIBLE, "GetState")[0][0] & state)
 
     @property
     def children(self):
