@@ -193,9 +193,11 @@ class Gnome(Scripted, Desktop):
     def move(self, x, y):
         self._script(f"devices.pointer.notify_absolute_motion(now(), {self._own(x)}, {self._own(y)}); return 1;")
 
-    def click(self, x, y, button=1):
+    def click(self, x, y, button=1, times=1):
         self.move(x, y)
-        self._script(f"for (const down of [1, 0]) devices.pointer.notify_button(now(), {button}, down); return 1;")
+        self._script(
+            f"for (const down of {[1, 0] * times}) devices.pointer.notify_button(now(), {button}, down); return 1;"
+        )
 
     def key(self, name):
         self._script(
@@ -216,8 +218,7 @@ class Gnome(Scripted, Desktop):
         return self._box(self._script("return box(Main.panel.statusArea.dateMenu);")).middle
 
     def open_popover(self):
-        self.click(*self.item().middle)
-        self.click(*self.item().middle)
+        self.click(*self.item().middle, times=2)
 
     def own_battery(self):
         return self._box(self._script("return box(Main.panel.statusArea.quickSettings);"))
