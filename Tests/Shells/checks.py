@@ -64,7 +64,7 @@ def legible_on(tour, dark):
         picture, box = tour.keep_item(name), tour.desktop.item()
         # In its corner it is empty: a symbol may have more of another colour than there is of the panel's.
         panel = luminance(picture.pixel(box.left, box.top))
-        ratio = max(contrast(ground_in(picture, box, panel), luminance(color)) for color in colors(picture, box))
+        ratio = strongest_contrast(colors(picture, box), panel)
         if (panel < 0.2) != dark:
             raise NotSeen(f"the panel's luminance is {panel:.2f}")
         if ratio < LEGIBLE:
@@ -74,10 +74,11 @@ def legible_on(tour, dark):
         tour.desktop.set_panel_dark(True)
 
 
-def ground_in(picture, box, panel):
-    """The luminance of what the item's text lies on: the panel's, or that of a plate of its own."""
-    color = most_frequent(picture, box)
-    return luminance(color) if colors(picture, box)[color] > box.width * box.height / 3 else panel
+def strongest_contrast(found, panel):
+    """Of the item's colours against what its text lies on: the panel, or a plate of its own."""
+    plate = most_frequent(found)
+    ground = luminance(plate) if found[plate] > sum(found.values()) / 3 else panel
+    return contrast_to(ground, found)
 
 
 @check("Legible on a dark panel")
@@ -268,7 +269,7 @@ def require_plain(picture, box):
 
 def ground_of(tour, box):
     """The most frequent colour of an area, which is what the rest lies on."""
-    return most_frequent(tour.desktop.picture(), box)
+    return most_frequent(colors(tour.desktop.picture(), box))
 
 
 @check("Light and dark followed live")
@@ -295,7 +296,8 @@ def dark(tour):
 
 def worst_of(tour, box):
     """Something in it must be as light as text on the dark."""
-    ratio, _ = picture_contrast(tour.desktop.picture(), box)
+    found = colors(tour.desktop.picture(), box)
+    ratio = contrast_to(luminance(most_frequent(found)), found)
     if ratio < LEGIBLE:
         raise NotSeen(f"contrast {ratio:.1f} after the change")
 
@@ -437,18 +439,14 @@ def colors(picture, box):
     return found
 
 
-def most_frequent(picture, box):
-    """The colour that an area has most of."""
-    found = colors(picture, box)
+def most_frequent(found):
+    """The colour that there is most of."""
     return max(found, key=found.get)
 
 
-def picture_contrast(picture, box):
-    """The strongest contrast of an area against its most frequent colour, and the luminance of that."""
-    found = colors(picture, box)
-    ground = luminance(max(found, key=found.get))
-    ratios = [contrast(ground, luminance(color)) for color in found]
-    return max(ratios), ground
+def contrast_to(ground, found):
+    """The strongest of some colours against a ground of that luminance."""
+    return max(contrast(ground, luminance(color)) for color in found)
 
 
 def contrast(one, other):

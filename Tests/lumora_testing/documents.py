@@ -9,13 +9,19 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 
 def taken(document, marker):
     """The lines that stand in a document between the two comments of that name."""
-    _, _, rest = document.read_text(encoding="utf-8").partition(f"<!-- {marker} -->\n")
-    return rest.partition(f"\n<!-- end of {marker} -->")[0].splitlines()
+    _, between, _ = _parted(document, marker)
+    return between.strip("\n").splitlines()
 
 
 def put(document, marker, text):
     """Replace what stands in a document between the two comments of that name."""
+    before, _, after = _parted(document, marker)
+    document.write_text(f"{before}\n{text}\n{after}", encoding="utf-8")
+
+
+def _parted(document, marker):
+    """What stands up to the first of the two comments, between them, and from the second on."""
     begin, end = f"<!-- {marker} -->", f"<!-- end of {marker} -->"
-    before, rest = document.read_text().split(begin)
-    after = rest.split(end)[1]
-    document.write_text(f"{before}{begin}\n{text}\n{end}{after}")
+    before, rest = document.read_text(encoding="utf-8").split(begin)
+    between, after = rest.split(end)
+    return before + begin, between, end + after

@@ -18,7 +18,8 @@ ON_SCREEN = 0
 # Roles and states by their numbers, as AT-SPI has them.
 BUTTONS = (43, 62)  # push button, toggle button
 PUSH_BUTTON = 43
-ICON = 26  # of an old kind of tray
+ICON_ROLE = 26  # an item of an old kind of tray
+MENU_ITEM = 35
 NOTIFICATION = 101
 SENSITIVE = 1 << 24
 SHOWING = 1 << 25

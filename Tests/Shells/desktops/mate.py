@@ -3,7 +3,7 @@
 """MATE on an X server without a screen."""
 
 from desktop import CannotBe, version_of
-from desktops.accessibility import ICON, anything
+from desktops.accessibility import ICON_ROLE, anything
 from desktops.x11 import X11, run, wait_for_panel
 from lumora_testing.remote import wait_for
 
@@ -46,7 +46,7 @@ class Mate(X11):
     def own_battery(self):
         if not self.owned(POWER):
             self.spawn("power", "mate-power-manager")
-        return wait_for(lambda: self.accessibility.button("mate-panel", anything, (ICON,)), "its icon").box()
+        return wait_for(lambda: self.accessibility.button("mate-panel", anything, (ICON_ROLE,)), "its icon").box()
 
     def set_panel_dark(self, dark):
         self.set_dark(dark)

@@ -11,7 +11,7 @@ import struct
 from gi.repository import GLib
 
 from desktop import Box, CannotBe, Desktop, Notification, Window, end, version_of
-from desktops.accessibility import Accessibility
+from desktops.accessibility import ICON_ROLE, MENU_ITEM, Accessibility
 from desktops.x11 import ICON, PASSWORD, WATCHER, run, said, shows_icon, wait_for_panel
 from lumora_testing import sway
 from lumora_testing.keyboard import Keyboard
@@ -42,8 +42,6 @@ MAKO_SERVICE = "org.freedesktop.Notifications", "/fr/emersion/Mako", "fr.emersio
 CURSORS = "unseen"
 INTERFACE = "org.gnome.desktop.interface"
 BUTTONS = {1: LEFT, 2: MIDDLE, 3: RIGHT}
-# Roles by their numbers, as AT-SPI has them.
-ICON_ROLE, MENU_ITEM = 26, 35
 # By so much the bar's edge is blurred where its scale is no whole number.
 BLUR = 2
 # A tooltip is smaller.

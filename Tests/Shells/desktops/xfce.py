@@ -8,7 +8,7 @@ import pathlib
 import shutil
 
 from desktop import CannotBe, version_of
-from desktops.accessibility import ICON, anything
+from desktops.accessibility import ICON_ROLE, anything
 from desktops.x11 import X11, run, wait_for_panel
 from lumora_testing.remote import wait_for
 
@@ -55,7 +55,7 @@ class Xfce(X11):
         if not self.owned(POWER):
             self._set("xfce4-power-manager", "/xfce4-power-manager/show-tray-icon", "bool", "true")
             self.spawn("power", "xfce4-power-manager", "--no-daemon")
-        return wait_for(lambda: self.accessibility.button("wrapper-2.0", anything, (ICON,)), "its icon").box()
+        return wait_for(lambda: self.accessibility.button("wrapper-2.0", anything, (ICON_ROLE,)), "its icon").box()
 
     def open_own_battery(self):
         self.click(*self.own_battery().middle, button=3)
