@@ -19,6 +19,9 @@ struct Appearance {
   std::optional<std::string> font;
   double textScale = 1;  ///< How much larger than usual text is wished; above 0.
 
+  bool reducedMotion = false;  ///< What moves only to please is to stand still.
+  bool animations = true;      ///< Whether the desktop itself shows how things get where they are.
+
   bool operator==(const Appearance&) const = default;
 };
 

@@ -293,11 +293,11 @@ bool render(const Scene& scene, DesktopLooks& looks, const std::filesystem::path
   if (scene.darkLater) looks.apply({Appearance::ColorScheme::dark, {}});
   if (scene.focused != nullptr) focus(window, scene.focused);
   QApplication::processEvents();
-  window.grab();
+  picture(window);
   if (scene.pointedAt >= 0) pointAt(window, scene.pointedAt);
   QApplication::processEvents();
   const auto file = folder / (std::string(scene.name) + ".png");
-  return window.grab().save(QString::fromStdString(file.string()));
+  return picture(window).save(QString::fromStdString(file.string()));
 }
 
 struct SettingsScene {
@@ -428,7 +428,7 @@ bool render(const SettingsScene& scene, DesktopLooks& looks, const std::filesyst
     QApplication::processEvents();
     shown = sound->view()->window();
   }
-  return shown->grab().save(QString::fromStdString(file.string()));
+  return picture(*shown).save(QString::fromStdString(file.string()));
 }
 
 /// All languages side by side, each under its name, as `show` renders them.
@@ -447,7 +447,7 @@ bool contactSheet(const std::filesystem::path& file, QSize tile, const Show& sho
     const QPoint at(index % kColumns * step.width(), index / kColumns * step.height());
     painter.drawText(at + QPoint(4, kCaption - 8), QString::fromStdString(language));
     const ScopedLanguage scoped(language, language);
-    painter.drawPixmap(at + QPoint(4, kCaption), show());
+    painter.drawImage(at + QPoint(4, kCaption), show());
     ++index;
   }
   painter.end();
@@ -470,7 +470,7 @@ bool contactSheets(DesktopLooks& looks, const std::filesystem::path& folder) {
     childrenOf<Disclosure>(view).front()->click();
     view.resize(view.width(), view.layout()->totalHeightForWidth(view.width()));
     QApplication::processEvents();
-    return view.grab();
+    return picture(view);
   });
   return popovers && contactSheet(folder / "languages-settings.png", {480, 1400}, [&] {
            SettingsWindow window(host);
@@ -479,7 +479,7 @@ bool contactSheets(DesktopLooks& looks, const std::filesystem::path& folder) {
              if (button->accessibleName() == translated("Launch at Login")) button->click();
            }
            QApplication::processEvents();
-           return window.findChild<QScrollArea*>()->widget()->grab();
+           return picture(*window.findChild<QScrollArea*>()->widget());
          });
 }
 

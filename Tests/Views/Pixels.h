@@ -7,6 +7,7 @@
 #include <QFont>
 #include <QImage>
 #include <QRect>
+#include <QVariantAnimation>
 #include <QWidget>
 #include <algorithm>
 #include <cstdlib>
@@ -44,9 +45,17 @@ inline bool hasNear(const QImage& image, QPoint place, const QColor& color, int 
   return false;
 }
 
-/// A widget as it looks now.
+/// Has what moves in a widget arrive.
+inline void arrive(QWidget& widget) {
+  for (auto* way : widget.findChildren<QVariantAnimation*>()) {
+    way->setCurrentTime(way->totalDuration());
+  }
+}
+
+/// A widget as it looks now, once nothing moves any more.
 inline QImage picture(QWidget& widget) {
   QCoreApplication::processEvents();
+  arrive(widget);
   return widget.grab().toImage();
 }
 

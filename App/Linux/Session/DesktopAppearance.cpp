@@ -41,7 +41,7 @@ Appearance::ColorScheme colorScheme(std::uint32_t number) {
   return number == 2 ? Appearance::ColorScheme::light : Appearance::ColorScheme::noPreference;
 }
 
-void takeColors(Appearance& appearance, const Glib::ustring& key, const Glib::VariantBase& value) {
+void takeWishes(Appearance& appearance, const Glib::ustring& key, const Glib::VariantBase& value) {
   if (key == "color-scheme") {
     appearance.colorScheme = colorScheme(valueOr<std::uint32_t>(value));
   } else if (key == "accent-color") {
@@ -49,6 +49,8 @@ void takeColors(Appearance& appearance, const Glib::ustring& key, const Glib::Va
     appearance.accent = rgb(valueOr<Color>(value, Color{-1, -1, -1}));
   } else if (key == "contrast") {
     appearance.highContrast = valueOr<std::uint32_t>(value) == 1;
+  } else if (key == "reduced-motion") {
+    appearance.reducedMotion = valueOr<std::uint32_t>(value) == 1;
   }
 }
 
@@ -81,12 +83,10 @@ bool isCompositorAlone(const std::string& desktop) {
 
 DesktopAppearance::DesktopAppearance(const BusConnection& session, const std::string& desktop,
                                      const std::string& toolkitTheme)
-    : session_(session) {
+    : session_(session),
+      takesFont_(isGnome(desktop) || (isCompositorAlone(desktop) && toolkitTheme.empty())) {
   if (!session_) return;
-  std::vector<Glib::ustring> namespaces{kAppearance};
-  if (isGnome(desktop) || (isCompositorAlone(desktop) && toolkitTheme.empty())) {
-    namespaces.emplace_back(kGnome);
-  }
+  const std::vector<Glib::ustring> namespaces{kAppearance, kGnome};
   for (const Glib::ustring& name : namespaces) {
     settingChanged_.emplace_back(
         session_, SignalSubscription::Source{kName, kPath, kInterface, "SettingChanged", name},
@@ -124,8 +124,12 @@ void DesktopAppearance::take(const Glib::ustring& space, const Glib::ustring& ke
                              const Glib::VariantBase& value) {
   Appearance appearance = *appearance_;
   // GNOME has keys of the same names and other types.
-  if (space == kAppearance) takeColors(appearance, key, value);
-  if (space == kGnome) takeFont(appearance, key, value);
+  if (space == kAppearance) takeWishes(appearance, key, value);
+  if (space == kGnome && key == "enable-animations") {
+    appearance.animations = valueOr<bool>(value, true);
+  } else if (space == kGnome && takesFont_) {
+    takeFont(appearance, key, value);
+  }
   if (appearance != *appearance_) appearance_.set(appearance);
 }
 

@@ -15,9 +15,9 @@
 namespace lumora {
 
 /// What the settings portal tells of the user's wishes (namespace org.freedesktop.appearance, and
-/// GNOME's for the font). It is asked at the start, with a timeout of 30 ms, and again without one
-/// when a portal appears, and heard from then on; without a portal there are no wishes. GNOME's is
-/// started where it does not run.
+/// GNOME's for the font and the animations). It is asked at the start, with a timeout of 30 ms, and
+/// again without one when a portal appears, and heard from then on; without a portal there are no
+/// wishes. GNOME's is started where it does not run.
 class DesktopAppearance : public sigc::trackable {
  public:
   /// `session` is the session bus; absent where there is none. `desktop` is what
@@ -35,6 +35,7 @@ class DesktopAppearance : public sigc::trackable {
   void take(const Glib::ustring& space, const Glib::ustring& key, const Glib::VariantBase& value);
 
   BusConnection session_;
+  bool takesFont_;
   BusCall readAll_;
   Observable<Appearance> appearance_{Appearance{}};
   std::list<SignalSubscription> settingChanged_;

@@ -12,6 +12,9 @@ Disclosure::Disclosure(TextRole role, const QString& text)
   setText(text);
   setFontRole(this, role);
   setCheckable(true);
+  connect(this, &Disclosure::toggled, this, [this](bool on) { on_.moveTo(on ? 1 : 0); });
 }
+
+void Disclosure::paintEvent(QPaintEvent* /*event*/) { drawAs(drawDisclosure, *this, on_.value()); }
 
 }  // namespace lumora

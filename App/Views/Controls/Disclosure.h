@@ -4,6 +4,7 @@
 
 #include "Views/Controls/DrawnButton.h"
 #include "Views/Theme/Fonts.h"
+#include "Views/Theme/Glide.h"
 
 #include <QString>
 
@@ -13,6 +14,12 @@ namespace lumora {
 class Disclosure : public DrawnButton {
  public:
   Disclosure(TextRole role, const QString& text);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  Glide on_{*this};
 };
 
 }  // namespace lumora

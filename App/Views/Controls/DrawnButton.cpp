@@ -7,12 +7,13 @@
 namespace lumora {
 namespace {
 
-QStyleOptionButton optionOf(const QWidget& widget) {
-  QStyleOptionButton option;
+ControlOption optionOf(const QWidget& widget) {
+  ControlOption option;
   option.initFrom(&widget);
   const auto* button = qobject_cast<const QAbstractButton*>(&widget);
   if (button == nullptr) return option;
   option.text = button->text();
+  option.on = button->isChecked() ? 1 : 0;
   option.state.setFlag(QStyle::State_On, button->isChecked());
   option.state.setFlag(QStyle::State_Sunken, button->isDown());
   return option;
@@ -23,6 +24,13 @@ QStyleOptionButton optionOf(const QWidget& widget) {
 void drawAs(Draw draw, QWidget& widget) {
   QPainter painter(&widget);
   draw(painter, optionOf(widget));
+}
+
+void drawAs(Draw draw, QWidget& widget, double on) {
+  QPainter painter(&widget);
+  ControlOption option = optionOf(widget);
+  option.on = on;
+  draw(painter, option);
 }
 
 QSize sizeAs(Measure measure, const QWidget& widget) { return measure(optionOf(widget)); }

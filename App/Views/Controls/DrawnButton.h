@@ -2,19 +2,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Views/Style/OwnControls.h"
+
 #include <QAbstractButton>
 #include <QPainter>
 #include <QSize>
-#include <QStyleOptionButton>
 
 namespace lumora {
 
 // Widgets that are drawn as Style/OwnControls.h has it, whatever style the others have.
 
-using Draw = void (*)(QPainter& painter, const QStyleOptionButton& option);
-using Measure = QSize (*)(const QStyleOptionButton& option);
+using Draw = void (*)(QPainter& painter, const ControlOption& option);
+using Measure = QSize (*)(const ControlOption& option);
 
+/// A widget as it is, or while it is still on its way from off to on (see `ControlOption::on`).
 void drawAs(Draw draw, QWidget& widget);
+void drawAs(Draw draw, QWidget& widget, double on);
 QSize sizeAs(Measure measure, const QWidget& widget);
 
 /// A button that is drawn so. Return and Enter press it, too, which Qt leaves to the desktop.

@@ -12,12 +12,13 @@ Switch::Switch(QWidget* parent) : QCheckBox(parent) {
   setAttribute(Qt::WA_Hover);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   setContentsMargins(kFocusRoom, kFocusRoom, kFocusRoom, kFocusRoom);
+  connect(this, &Switch::toggled, this, [this](bool on) { on_.moveTo(on ? 1 : 0); });
 }
 
 QSize Switch::sizeHint() const { return sizeAs(switchSize, *this); }
 
 bool Switch::hitButton(const QPoint& position) const { return rect().contains(position); }
 
-void Switch::paintEvent(QPaintEvent* /*event*/) { drawAs(drawSwitch, *this); }
+void Switch::paintEvent(QPaintEvent* /*event*/) { drawAs(drawSwitch, *this, on_.value()); }
 
 }  // namespace lumora

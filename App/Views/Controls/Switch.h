@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Views/Theme/Glide.h"
+
 #include <QCheckBox>
 
 namespace lumora {
@@ -16,6 +18,9 @@ class Switch : public QCheckBox {
  protected:
   bool hitButton(const QPoint& position) const override;
   void paintEvent(QPaintEvent* event) override;
+
+ private:
+  Glide on_{*this};
 };
 
 }  // namespace lumora

@@ -7,6 +7,7 @@
 #include "Views/Theme/Colors.h"
 
 #include <QPainter>
+#include <QShowEvent>
 
 namespace lumora {
 namespace {
@@ -29,7 +30,15 @@ RingView::RingView(QWidget* parent) : QProgressBar(parent) {
 void RingView::show(std::int64_t percent, Tint tint) {
   tint_ = tint;
   setValue(static_cast<int>(percent));
+  arc_.moveTo(static_cast<double>(percent));
   update();
+}
+
+void RingView::showEvent(QShowEvent* event) {
+  QProgressBar::showEvent(event);
+  if (event->spontaneous()) return;
+  arc_.set(0);
+  arc_.moveTo(value());
 }
 
 QSize RingView::sizeHint() const { return {kSide, kSide}; }
@@ -44,9 +53,9 @@ void RingView::paintEvent(QPaintEvent* /*event*/) {
   // Sixteenths of a degree, counter-clockwise from three o'clock.
   constexpr int kFullCircle = 360 * 16;
   constexpr int kTwelveOClock = 90 * 16;
-  if (value() > 0) {
+  if (arc_.value() > 0) {
     painter.setPen(QPen(markColor(tint_, palette()), kStroke, Qt::SolidLine, Qt::RoundCap));
-    painter.drawArc(ring, kTwelveOClock, -kFullCircle * value() / 100);
+    painter.drawArc(ring, kTwelveOClock, qRound(-kFullCircle * arc_.value() / 100));
   }
 
   QFont font = QWidget::font();

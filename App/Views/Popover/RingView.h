@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Content/PopoverContent.h"
+#include "Views/Theme/Glide.h"
 
 #include <QProgressBar>
 #include <QSize>
@@ -18,7 +19,7 @@ class RingView : public QProgressBar {
 
   explicit RingView(QWidget* parent = nullptr);
 
-  /// Fills the ring up to `percent`, 0 to 100, in the tint.
+  /// Fills the ring up to `percent`, 0 to 100, in the tint. Only the arc takes its time.
   void show(std::int64_t percent, Tint tint);
 
   QSize sizeHint() const override;
@@ -26,9 +27,11 @@ class RingView : public QProgressBar {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
  private:
   Tint tint_ = Tint::accent;
+  Glide arc_{*this};  // To which percent it is drawn.
 };
 
 /// The charge cycles as a thin bar.

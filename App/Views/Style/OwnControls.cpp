@@ -4,6 +4,7 @@
 
 #include "Views/Style/Shapes.h"
 #include "Views/Theme/Colors.h"
+#include "Views/Theme/Contrast.h"
 #include "Views/Theme/Tokens.h"
 
 namespace lumora {
@@ -22,52 +23,52 @@ int arrowSide(const QStyleOption& option) {
   return qRound(option.fontMetrics.height() * kArrowShare);
 }
 
-void drawStepButton(QPainter& painter, const QStyleOptionButton& button, Step step) {
+void drawStepButton(QPainter& painter, const ControlOption& button, Step step) {
   const Painting painting(painter, button);
   drawStep(painter, button.rect, step, touchOf(button), button.palette);
 }
 
 }  // namespace
 
-QSize switchSize(const QStyleOptionButton& button) {
+QSize switchSize(const ControlOption& button) {
   const int track = button.fontMetrics.height() + 4;
   return {qRound(track * kSwitchProportion) + 2 * kFocusRoom,
           std::max(kControlHeight, track + 2 * kFocusRoom)};
 }
 
-void drawSwitch(QPainter& painter, const QStyleOptionButton& button) {
+void drawSwitch(QPainter& painter, const ControlOption& button) {
   const Painting painting(painter, button);
-  const bool on = button.state.testFlag(QStyle::State_On);
   const QSizeF size(button.rect.width() - 2.0 * kFocusRoom, button.fontMetrics.height() + 4.0);
   QRectF track({}, size);
   track.moveCenter(QRectF(button.rect).center());
   const double radius = track.height() / 2;
-  const QColor color =
-      on ? markColor(Tint::accent, button.palette) : neutralMarkColor(button.palette);
+  const QColor on = markColor(Tint::accent, button.palette);
+  const QColor off = neutralMarkColor(button.palette);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(color);
+  painter.setBrush(mixed(on, off, button.on));
   painter.drawRoundedRect(track, radius, radius);
   if (const Touch touch = touchOf(button); touch != Touch::none) {
     painter.setBrush(fieldColor(button.palette, touch));
     painter.drawRoundedRect(track, radius, radius);
   }
 
-  const bool atRight = on != isRightToLeft(button);
   const double side = track.height() - 2 * kKnobInset;
-  const double left = atRight ? track.right() - kKnobInset - side : track.left() + kKnobInset;
-  painter.setBrush(knobColor(color));
-  painter.drawEllipse(QRectF(left, track.top() + kKnobInset, side, side));
+  const double way = track.width() - track.height();
+  const double gone = way * (isRightToLeft(button) ? 1 - button.on : button.on);
+  painter.setBrush(knobColor(button.on > 0.5 ? on : off));
+  painter.drawEllipse(
+      QRectF(track.left() + kKnobInset + gone, track.top() + kKnobInset, side, side));
   if (!showsFocus(button)) return;
   const QRectF ring = track.adjusted(-kFocusRoom, -kFocusRoom, kFocusRoom, kFocusRoom);
   drawRing(painter, ring, ring.height() / 2, focusColor(button.palette));
 }
 
-QSize segmentSize(const QStyleOptionButton& button) {
+QSize segmentSize(const ControlOption& button) {
   return {button.fontMetrics.horizontalAdvance(button.text) + 2 * kControlPadding,
           controlHeight(button.fontMetrics)};
 }
 
-void drawSegment(QPainter& painter, const QStyleOptionButton& button) {
+void drawSegment(QPainter& painter, const ControlOption& button) {
   const Painting painting(painter, button);
   const QRectF area =
       QRectF(button.rect).adjusted(kSegmentInset, kSegmentInset, -kSegmentInset, -kSegmentInset);
@@ -84,26 +85,25 @@ void drawSegment(QPainter& painter, const QStyleOptionButton& button) {
   if (showsFocus(button)) drawRing(painter, area, radius, focusColor(button.palette));
 }
 
-void drawWell(QPainter& painter, const QStyleOptionButton& area) {
+void drawWell(QPainter& painter, const ControlOption& area) {
   const Painting painting(painter, area);
   drawGround(painter, area.rect, kControlRadius, wellColor(area.palette), area.palette);
 }
 
-QSize disclosureSize(const QStyleOptionButton& button) {
+QSize disclosureSize(const ControlOption& button) {
   return {arrowSide(button) + kDisclosureGap + button.fontMetrics.horizontalAdvance(button.text) +
               kFocusRoom,
           button.fontMetrics.height() + 2 * kTextsMargin};
 }
 
-void drawDisclosure(QPainter& painter, const QStyleOptionButton& button) {
+void drawDisclosure(QPainter& painter, const ControlOption& button) {
   const Painting painting(painter, button);
   const bool rightToLeft = isRightToLeft(button);
   const QRect& area = button.rect;
   const int side = arrowSide(button);
   const double middle = rightToLeft ? area.width() - side / 2.0 : side / 2.0;
-  const auto pointing = button.state.testFlag(QStyle::State_On) ? Pointing::down
-                        : rightToLeft                           ? Pointing::left
-                                                                : Pointing::right;
+  const double closed = rightToLeft ? kLeft : kRight;
+  const double pointing = closed + (kDown - closed) * button.on;
   drawAngle(painter, {middle, area.height() / 2.0}, side * 0.8, pointing,
             touchOf(button) == Touch::none ? textColor(TextColor::secondary, button.palette)
                                            : primaryColor(button));
@@ -118,12 +118,12 @@ void drawDisclosure(QPainter& painter, const QStyleOptionButton& button) {
            kInnerRadius, focusColor(button.palette));
 }
 
-QSize linkSize(const QStyleOptionButton& button) {
+QSize linkSize(const ControlOption& button) {
   return {button.fontMetrics.horizontalAdvance(button.text) + 2 * kFocusRoom,
           button.fontMetrics.height() + 2 * kTextsMargin};
 }
 
-void drawLink(QPainter& painter, const QStyleOptionButton& button) {
+void drawLink(QPainter& painter, const ControlOption& button) {
   const Painting painting(painter, button);
   QFont shown = painter.font();
   shown.setUnderline(touchOf(button) != Touch::none);
@@ -133,28 +133,28 @@ void drawLink(QPainter& painter, const QStyleOptionButton& button) {
   if (showsFocus(button)) drawRing(painter, button.rect, kInnerRadius, focusColor(button.palette));
 }
 
-QSize stepSize(const QStyleOptionButton& button) {
+QSize stepSize(const ControlOption& button) {
   const int height = controlHeight(button.fontMetrics);
   return {height + 4, height};
 }
 
-QSize stepperSize(const QStyleOptionButton& area) {
+QSize stepperSize(const ControlOption& area) {
   const QSize step = stepSize(area);
   return {2 * step.width(), step.height()};
 }
 
-void drawStepper(QPainter& painter, const QStyleOptionButton& area) {
+void drawStepper(QPainter& painter, const ControlOption& area) {
   const Painting painting(painter, area);
   drawGround(painter, area.rect, kControlRadius, fieldColor(area.palette), area.palette);
   drawParting(painter, area.rect.center().x(), area.rect, area.palette);
   if (showsFocus(area)) drawRing(painter, area.rect, kControlRadius, focusColor(area.palette));
 }
 
-void drawDecrease(QPainter& painter, const QStyleOptionButton& button) {
+void drawDecrease(QPainter& painter, const ControlOption& button) {
   drawStepButton(painter, button, Step::less);
 }
 
-void drawIncrease(QPainter& painter, const QStyleOptionButton& button) {
+void drawIncrease(QPainter& painter, const ControlOption& button) {
   drawStepButton(painter, button, Step::more);
 }
 

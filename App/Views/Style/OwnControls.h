@@ -10,23 +10,28 @@ namespace lumora {
 
 // What Qt has no name for, and no desktop's own style draws.
 
-void drawSwitch(QPainter& painter, const QStyleOptionButton& button);
-void drawSegment(QPainter& painter, const QStyleOptionButton& button);
-void drawDisclosure(QPainter& painter, const QStyleOptionButton& button);
-void drawLink(QPainter& painter, const QStyleOptionButton& button);
-void drawDecrease(QPainter& painter, const QStyleOptionButton& button);
-void drawIncrease(QPainter& painter, const QStyleOptionButton& button);
+/// How it looks now.
+struct ControlOption : QStyleOptionButton {
+  double on = 0;  ///< How much of the way from off to on it has gone, 0 to 1.
+};
+
+void drawSwitch(QPainter& painter, const ControlOption& button);
+void drawSegment(QPainter& painter, const ControlOption& button);
+void drawDisclosure(QPainter& painter, const ControlOption& button);
+void drawLink(QPainter& painter, const ControlOption& button);
+void drawDecrease(QPainter& painter, const ControlOption& button);
+void drawIncrease(QPainter& painter, const ControlOption& button);
 /// What segments lie in.
-void drawWell(QPainter& painter, const QStyleOptionButton& area);
+void drawWell(QPainter& painter, const ControlOption& area);
 /// What the buttons that decrease and increase lie in.
-void drawStepper(QPainter& painter, const QStyleOptionButton& area);
+void drawStepper(QPainter& painter, const ControlOption& area);
 
 // With their text, where they have one.
-QSize switchSize(const QStyleOptionButton& button);
-QSize segmentSize(const QStyleOptionButton& button);
-QSize disclosureSize(const QStyleOptionButton& button);
-QSize linkSize(const QStyleOptionButton& button);
-QSize stepSize(const QStyleOptionButton& button);
-QSize stepperSize(const QStyleOptionButton& area);
+QSize switchSize(const ControlOption& button);
+QSize segmentSize(const ControlOption& button);
+QSize disclosureSize(const ControlOption& button);
+QSize linkSize(const ControlOption& button);
+QSize stepSize(const ControlOption& button);
+QSize stepperSize(const ControlOption& area);
 
 }  // namespace lumora

@@ -5,6 +5,7 @@
 #include "Views/Theme/Tokens.h"
 
 #include <QPainterPath>
+#include <QTransform>
 
 namespace lumora {
 namespace {
@@ -61,22 +62,16 @@ void drawPanel(QPainter& painter, const QRectF& area, double radius, const QColo
   painter.drawRoundedRect(within(area, kLine), radius, radius);
 }
 
-void drawAngle(QPainter& painter, QPointF centre, double side, Pointing pointing,
+void drawAngle(QPainter& painter, QPointF centre, double side, double pointing,
                const QColor& color) {
   const double reach = side / 2;
   const double depth = side / 4;
   QPainterPath path;
-  if (pointing == Pointing::down) {
-    path.moveTo(centre + QPointF(-reach, -depth));
-    path.lineTo(centre + QPointF(0, depth));
-    path.lineTo(centre + QPointF(reach, -depth));
-  } else {
-    const double tip = pointing == Pointing::left ? -depth : depth;
-    path.moveTo(centre + QPointF(-tip, -reach));
-    path.lineTo(centre + QPointF(tip, 0));
-    path.lineTo(centre + QPointF(-tip, reach));
-  }
-  stroke(painter, path, color);
+  path.moveTo(-depth, -reach);
+  path.lineTo(depth, 0);
+  path.lineTo(-depth, reach);
+  const QTransform turned = QTransform::fromTranslate(centre.x(), centre.y()).rotate(pointing);
+  stroke(painter, turned.map(path), color);
 }
 
 void drawCheckMark(QPainter& painter, QPointF centre, double side, const QColor& color) {

@@ -33,10 +33,12 @@ void drawRing(QPainter& painter, const QRectF& area, double radius, const QColor
 void drawPanel(QPainter& painter, const QRectF& area, double radius, const QColor& color,
                const QColor& outline);
 
-/// Where an angle points.
-enum class Pointing { down, left, right };
+/// Where an angle points, in degrees, clockwise.
+inline constexpr double kRight = 0;
+inline constexpr double kDown = 90;
+inline constexpr double kLeft = 180;
 
-void drawAngle(QPainter& painter, QPointF centre, double side, Pointing pointing,
+void drawAngle(QPainter& painter, QPointF centre, double side, double pointing,
                const QColor& color);
 void drawCheckMark(QPainter& painter, QPointF centre, double side, const QColor& color);
 

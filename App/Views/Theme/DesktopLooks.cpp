@@ -5,6 +5,7 @@
 #include "Views/Display.h"
 #include "Views/Theme/Colors.h"
 #include "Views/Theme/Fonts.h"
+#include "Views/Theme/Glide.h"
 #include "Views/Theme/Palettes.h"
 
 #include <QApplication>
@@ -33,6 +34,7 @@ void DesktopLooks::apply(const Appearance& appearance) {
   covered_ = wished.isBrushSet(QPalette::Active, QPalette::Window);
   // Once, and not by way of the desktop's own: Qt tells widgets later, and some then keep that.
   QApplication::setPalette(wished);
+  Glide::allow(appearance.animations && !appearance.reducedMotion);
   if (!appearance.font) return;
   // An X display has the factor in its resolution.
   QApplication::setFont(fontOf(*appearance.font, isOnWayland() ? appearance.textScale : 1));

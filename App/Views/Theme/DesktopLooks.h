@@ -12,8 +12,8 @@ namespace lumora {
 /// own are set in it: none where its scheme is already right and it wishes no accent.
 QPalette paletteFor(const Appearance& appearance, const QPalette& desktops);
 
-/// Gives the whole of Qt the palette and the font that the desktop wishes, whenever they change.
-/// Needs the QApplication.
+/// Gives the whole of Qt the palette, the font and the motion that the desktop wishes, whenever
+/// they change. Needs the QApplication.
 class DesktopLooks {
  public:
   /// Follows these wishes from now on, in windows that are open, too.

@@ -90,6 +90,20 @@ TEST_F(DesktopAppearanceTest, FollowsTheWishForContrast) {
   EXPECT_TRUE(becomes(desktop, {}));
 }
 
+TEST_F(DesktopAppearanceTest, FollowsTheWishForLessMotionAndForNone) {
+  DesktopAppearance desktop(laptop.session(), "XFCE", "");
+  Appearance expected;
+  laptop.setAppearance("reduced-motion", variant(std::uint32_t{1}));
+  expected.reducedMotion = true;
+  EXPECT_TRUE(becomes(desktop, expected));
+  laptop.setAppearance(kGnome + " enable-animations", variant(false));
+  expected.animations = false;
+  EXPECT_TRUE(becomes(desktop, expected));
+  laptop.setAppearance("reduced-motion", variant(std::uint32_t{0}));
+  laptop.setAppearance(kGnome + " enable-animations", variant("what is this"));
+  EXPECT_TRUE(becomes(desktop, {}));
+}
+
 TEST_F(DesktopAppearanceTest, HasGnomesFontOnGnomeAndWhereNothingElseTellsOne) {
   laptop.setAppearance(kGnome + " font-name", variant("Cantarell 11"));
   laptop.setAppearance(kGnome + " text-scaling-factor", variant(1.25));

@@ -86,7 +86,7 @@ TEST(PopoverWindow, ComesBackToTheScreenAsItWas) {
     if (button->text() == "7 days" || button->text() == "Daily summary") button->click();
   }
   QCoreApplication::processEvents();
-  const QPixmap before = window.grab();
+  const QImage before = picture(window);
   const QPoint place = window.pos();
   window.close();
   window.leaveScreen();
@@ -97,7 +97,7 @@ TEST(PopoverWindow, ComesBackToTheScreenAsItWas) {
   QCoreApplication::processEvents();
   EXPECT_TRUE(window.isVisible());
   EXPECT_EQ(window.pos(), place);
-  EXPECT_EQ(window.grab().toImage(), before.toImage());
+  EXPECT_EQ(picture(window), before);
 }
 
 TEST(PopoverWindow, IsAsLargeAsItsContent) {
