@@ -29,16 +29,18 @@ void Glide::allow(bool motion) { isAllowed = motion; }
 
 void Glide::set(double value) {
   way_.stop();
-  value_ = value;
+  value_ = goal_ = value;
   widget_.update();
 }
 
-void Glide::moveTo(double value) {
+void Glide::moveTo(double goal) {
+  if (goal == goal_) return;
   const int time = timeFor(widget_);
-  if (time <= 0) return set(value);
+  if (time <= 0) return set(goal);
+  goal_ = goal;
   way_.stop();
   way_.setStartValue(value_);
-  way_.setEndValue(value);
+  way_.setEndValue(goal);
   way_.setDuration(time);
   way_.start();
 }

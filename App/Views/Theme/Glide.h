@@ -15,7 +15,9 @@ class Glide {
   explicit Glide(QWidget& widget);
 
   double value() const { return value_; }
-  void moveTo(double value);
+  /// Asked again for where it is going, it goes on.
+  void moveTo(double goal);
+  /// Is there at once.
   void set(double value);
 
   /// Whether anything may move, from the next change on. At first it may.
@@ -24,6 +26,7 @@ class Glide {
  private:
   QWidget& widget_;
   double value_ = 0;
+  double goal_ = 0;
   QVariantAnimation way_;
 };
 

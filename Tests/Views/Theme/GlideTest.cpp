@@ -53,6 +53,19 @@ TEST_F(GlideTest, TurnsRoundWhereItIs) {
   EXPECT_EQ(glide.value(), 0);
 }
 
+TEST_F(GlideTest, GoesOnWhenItIsAskedAgain) {
+  show();
+  auto* way = widget.findChild<QVariantAnimation*>();
+  glide.moveTo(100);
+  way->pause();
+  way->setCurrentTime(way->duration() / 2);
+  glide.moveTo(100);
+  EXPECT_EQ(way->currentTime(), way->duration() / 2);
+  arrive(widget);
+  glide.moveTo(100);
+  EXPECT_NE(way->state(), QVariantAnimation::Running);
+}
+
 TEST_F(GlideTest, IsThereAtOnceWhereItIsNotSeen) {
   glide.moveTo(100);
   EXPECT_EQ(glide.value(), 100);
