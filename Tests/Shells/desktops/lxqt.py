@@ -41,7 +41,7 @@ class Lxqt(X11):
         "QT_QPA_PLATFORMTHEME": "lxqt",
     }
     panel = (*SPEAKING, "lxqt-panel")
-    panel_program = "lxqt-panel"
+    panel_programs = ("lxqt-panel",)
     other = "Removable media"
     notifier = "lxqt-notificationd"
 

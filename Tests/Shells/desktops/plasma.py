@@ -144,7 +144,7 @@ class Plasma(Desktop):
 
     def _button(self, name):
         """The box of a button of the shell that has this name, or None."""
-        node = self.accessibility.button("plasmashell", lambda _, node: node.name == name)
+        node = self.accessibility.button(("plasmashell",), lambda _, node: node.name == name)
         return self._box(dataclasses.astuple(node.box())) if node else None
 
     def notifications(self):

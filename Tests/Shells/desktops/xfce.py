@@ -26,7 +26,7 @@ class Xfce(X11):
         "XDG_MENU_PREFIX": "xfce-",
     }
     panel = ("xfce4-panel", "--disable-wm-check")
-    panel_program = "xfce4-panel"
+    panel_programs = ("xfce4-panel",)
     other = "Applications"
     notifier = "xfce4-notifyd"
 
@@ -57,7 +57,7 @@ class Xfce(X11):
         if not self.owned(POWER):
             self._set("xfce4-power-manager", "/xfce4-power-manager/show-tray-icon", "bool", "true")
             self.spawn("power", "xfce4-power-manager", "--no-daemon")
-        return wait_for(lambda: self.accessibility.button("wrapper-2.0", anything, (ICON_ROLE,)), "its icon").box()
+        return wait_for(lambda: self.accessibility.button(("wrapper-2.0",), anything, (ICON_ROLE,)), "its icon").box()
 
     def open_own_battery(self):
         self.click(*self.own_battery().middle, button=3)
