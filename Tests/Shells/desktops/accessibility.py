@@ -20,6 +20,7 @@ BUTTONS = (43, 62)  # push button, toggle button
 PUSH_BUTTON = 43
 ICON_ROLE = 26  # an item of an old kind of tray
 MENU_ITEM = 35
+WINDOW = 69
 NOTIFICATION = 101
 SENSITIVE = 1 << 24
 SHOWING = 1 << 25
