@@ -11,25 +11,26 @@ PAGE = PROJECT / "Docs" / "Desktops.md"
 
 
 def results(folder):
-    """Where, what the desktop calls itself, and what came of each check, for each that there is."""
+    """The release, what the desktop calls itself, and what came of each check, for each that there is."""
     for file in sorted(folder.glob("*/results.json")):
         told = json.loads(file.read_text(encoding="utf-8"))
         if told["checks"]:
-            yield column(told["desktop"], file.parent), told["checks"]
+            yield file.parent.name.split("-")[0], told["desktop"], told["checks"]
 
 
-def column(desktop, folder):
-    """The head of a desktop's column."""
-    return f"{desktop} on {folder.name.split('-')[0]}"
-
-
-def lost(where, checks):
+def lost(release, desktop, checks):
     """The titles of those checks that were not seen, though the documentation says that they are seen there."""
-    rows = [[cell.strip() for cell in line.split("|")[1:-1]] for line in taken(PAGE, "desktops")]
-    if where not in rows[0]:
+    head, *rows = cells(release)
+    if desktop not in head:
         return [f"a column in {PAGE.name}"] if checks else []
-    seen = {row[0] for row in rows if row[rows[0].index(where)].startswith("yes")}
+    seen = {row[0] for row in rows if row[head.index(desktop)].startswith("yes")}
     return [each["title"] for each in checks.values() if each["outcome"] != "seen" and each["title"] in seen]
+
+
+def cells(release):
+    """What the documentation has in the cells of a release's table, line by line."""
+    lines = "\n".join(taken(PAGE, "desktops")).partition(f"## {release}\n")[2].partition("## ")[0].split("\n")
+    return [[cell.strip() for cell in line.split("|")[1:-1]] for line in lines if line] or [[]]
 
 
 def tell(folder):
@@ -49,10 +50,16 @@ def cell(result):
 
 
 def write(folder, order):
-    """Put the table into the documentation: one column for each desktop, and the checks in that order."""
+    """Put the tables into the documentation: for each release one, with a column for each desktop."""
     found = list(results(folder))
-    titles = {name: result["title"] for _, checks in found for name, result in checks.items()}
-    lines = [["", *(where for where, _ in found)], ["---"] * (len(found) + 1)]
-    # In the order of the checks, whichever were gone through last.
-    lines += [[titles[name], *(cell(checks.get(name)) for _, checks in found)] for name in order if name in titles]
-    put(PAGE, "desktops", "\n".join("| " + " | ".join(line) + " |" for line in lines))
+    releases = dict.fromkeys(release for release, _, _ in found)
+    put(PAGE, "desktops", "\n\n".join(of_release(release, found, order) for release in releases))
+
+
+def of_release(release, found, order):
+    """What was found on one release, the checks in that order, whichever were gone through last."""
+    desktops = [(desktop, checks) for where, desktop, checks in found if where == release]
+    titles = {name: result["title"] for _, checks in desktops for name, result in checks.items()}
+    lines = [["", *(desktop for desktop, _ in desktops)], ["---"] * (len(desktops) + 1)]
+    lines += [[titles[name], *(cell(checks.get(name)) for _, checks in desktops)] for name in order if name in titles]
+    return f"## {release}\n\n" + "\n".join("| " + " | ".join(line) + " |" for line in lines)

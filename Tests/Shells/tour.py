@@ -185,6 +185,8 @@ class Tour:
         self.still()
         before = self.desktop.picture()
         opens()
+        # A window may be there before it is drawn.
+        wait_for(lambda: self.desktop.picture().changed_since(before, 0), "something new on the screen")
         self.still()
         picture = self.desktop.picture()
         return picture, picture.changed_since(before, 0)

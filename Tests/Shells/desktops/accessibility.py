@@ -20,6 +20,7 @@ BUTTONS = (43, 62)  # push button, toggle button
 PUSH_BUTTON = 43
 ICON_ROLE = 26  # an item of an old kind of tray
 MENU_ITEM = 35
+WINDOW = 69
 NOTIFICATION = 101
 SENSITIVE = 1 << 24
 SHOWING = 1 << 25
@@ -117,15 +118,15 @@ class Accessibility:
                 with contextlib.suppress(GLib.Error):
                     yield from program.children
 
-    def plugs(self, name):
-        """What programs of that name show within another's window, which does not always tell of it."""
-        return [Node(self.bus, program.owner, PLUG) for called, program in self.programs() if called == name]
+    def plugs(self, *names):
+        """What programs of these names show within another's window, which does not always tell of it."""
+        return [Node(self.bus, program.owner, PLUG) for name, program in self.programs() if name in names]
 
-    def button(self, program, condition, roles=(PUSH_BUTTON,)):
-        """A button in the windows of a program for which the condition is true, or None."""
+    def button(self, programs, condition, roles=(PUSH_BUTTON,)):
+        """A button in the windows of programs for which the condition is true, or None."""
         # What is just laid out anew shows nothing for a moment.
         for _ in range(LOOKS):
-            for window in [*self.windows(program), *self.plugs(program)]:
+            for window in [*self.windows(*programs), *self.plugs(*programs)]:
                 for node in window.within():
                     with contextlib.suppress(GLib.Error):
                         if node.role in roles and condition(window, node):

@@ -4,6 +4,7 @@
 
 import glob
 import json
+import pathlib
 
 from gi.repository import GLib
 
@@ -12,6 +13,7 @@ from desktops.scripted import Scripted
 from desktops.x11 import ICON, WATCHER, X11, run, shows_icon
 from lumora_testing.remote import wait_for
 
+FACE = "/usr/share/cinnamon/faces/user-generic.png"
 CLOCK = "calendar@cinnamon.org"
 HELPERS = """
   const Main = imports.ui.main;
@@ -44,9 +46,11 @@ class Cinnamon(Scripted, X11):
     def start_shell(self):
         self.name = f"Cinnamon {version_of('cinnamon')}"
         self.start_session()
+        # Without a picture of the user, Cinnamon 5.6 asks the system's accounts, which are not here, and cannot unlock.
+        (pathlib.Path.home() / ".face").symlink_to(FACE)
         for part in ("xsettings", "background"):
             self.spawn("settings", f"csd-{part}")
-        self.spawn("watcher", *glob.glob("/usr/lib/*/xapps/xapp-sn-watcher"))
+        self.spawn("watcher", *glob.glob("/usr/lib*/*/*/xapp-sn-watcher"))
         self._start_panel()
 
     def _start_panel(self):
@@ -123,7 +127,12 @@ class Cinnamon(Scripted, X11):
             raise CannotBe("Debian has Cinnamon's dark panel alone")
 
     def set_dark(self, dark):
-        run("gsettings", "set", "org.x.apps.portal", "color-scheme", "prefer-dark" if dark else "prefer-light")
+        if int(version_of("cinnamon").split(".")[0]) < 6:
+            # It has themes alone.
+            theme = "Adwaita-dark" if dark else "Adwaita"
+            run("gsettings", "set", "org.cinnamon.desktop.interface", "gtk-theme", theme)
+        else:
+            run("gsettings", "set", "org.x.apps.portal", "color-scheme", "prefer-dark" if dark else "prefer-light")
 
     def set_accent(self, number):
         raise CannotBe("Cinnamon has themes instead")

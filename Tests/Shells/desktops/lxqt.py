@@ -3,6 +3,7 @@
 """LXQt on an X server without a screen."""
 
 import configparser
+import glob
 import os
 import pathlib
 import re
@@ -16,6 +17,8 @@ from lumora_testing.remote import wait_for
 TOLD = re.compile("battery|charg|plugged", re.IGNORECASE)
 # So that they tell of their widgets.
 SPEAKING = "env", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1"
+# What tells programs of its looks.
+PLUGIN = "/usr/lib/*/qt6/plugins/platformthemes/libqtlxqt.so"
 
 
 def areas(node):
@@ -26,6 +29,12 @@ def areas(node):
     elif lines:
         for child in node.children:
             yield from areas(child)
+
+
+def require_plugin():
+    """Look for what a desktop made for Qt 5 alone does not have."""
+    if not glob.glob(PLUGIN):
+        raise CannotBe("Debian 12's LXQt tells programs of Qt 6 nothing")
 
 
 class Lxqt(X11):
@@ -41,7 +50,7 @@ class Lxqt(X11):
         "QT_QPA_PLATFORMTHEME": "lxqt",
     }
     panel = (*SPEAKING, "lxqt-panel")
-    panel_program = "lxqt-panel"
+    panel_programs = ("lxqt-panel",)
     other = "Removable media"
     notifier = "lxqt-notificationd"
 
@@ -93,6 +102,7 @@ class Lxqt(X11):
         wait_for_panel(self, dark)
 
     def set_dark(self, dark):
+        require_plugin()
         window, text = ("#202326", "#fcfcfc") if dark else ("#eff0f1", "#232629")
         for key in ("window_color", "base_color", "view_color", "tooltip_base_color"):
             self._set("lxqt", "Palette", key, window)
@@ -100,6 +110,7 @@ class Lxqt(X11):
             self._set("lxqt", "Palette", key, text)
 
     def set_text_size(self, factor):
+        require_plugin()
         self._set("lxqt", "Qt", "font", f'"Sans,{round(11 * factor)},-1,5,50,0,0,0,0,0"')
 
     def set_do_not_disturb(self, wanted):

@@ -2,6 +2,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """MATE on an X server without a screen."""
 
+import shutil
+
 from desktop import CannotBe, version_of
 from desktops.accessibility import ICON_ROLE, anything
 from desktops.x11 import X11, run, wait_for_panel
@@ -9,7 +11,8 @@ from lumora_testing.remote import wait_for
 
 # A light one with light windows: those of the theme that is there first are grey.
 DARK, LIGHT = "BlackMATE", "Adwaita"
-
+# Where its programs lie, on Debian 12 and later.
+PROGRAMS = "/usr/bin:/usr/lib/mate-notification-daemon:/usr/libexec:/usr/libexec/mate-notification-daemon"
 POWER = "org.mate.PowerManager"
 
 
@@ -24,7 +27,8 @@ class Mate(X11):
         "XDG_MENU_PREFIX": "mate-",
     }
     panel = ("mate-panel",)
-    panel_program = "mate-panel"
+    # On Debian 12 each applet is one of its own.
+    panel_programs = "mate-panel", "notification-area-applet", "clock-applet"
     other = "month calendar"
     notifier = "mate-notification-daemon"
     locker = "mate-screensaver-command"
@@ -32,9 +36,9 @@ class Mate(X11):
     def start_shell(self):
         self.name = f"MATE {version_of('mate-panel')}"
         self.start_session()
-        self.spawn("settings", "/usr/libexec/mate-settings-daemon", "--no-daemon")
+        self.spawn("settings", shutil.which("mate-settings-daemon", path=PROGRAMS), "--no-daemon")
         self.spawn("windows", "marco")
-        self.spawn("notifications", "/usr/libexec/mate-notification-daemon/mate-notification-daemon")
+        self.spawn("notifications", shutil.which("mate-notification-daemon", path=PROGRAMS))
         self.spawn("desktop", "caja", "--no-default-window", "--force-desktop")
         self.spawn("screensaver", "mate-screensaver", "--no-daemon")
         self.wait_for_name("org.freedesktop.Notifications")
@@ -46,7 +50,9 @@ class Mate(X11):
     def own_battery(self):
         if not self.owned(POWER):
             self.spawn("power", "mate-power-manager")
-        return wait_for(lambda: self.accessibility.button("mate-panel", anything, (ICON_ROLE,)), "its icon").box()
+        return wait_for(
+            lambda: self.accessibility.button(self.panel_programs, anything, (ICON_ROLE,)), "its icon"
+        ).box()
 
     def set_panel_dark(self, dark):
         self.set_dark(dark)

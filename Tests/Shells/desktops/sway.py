@@ -3,15 +3,17 @@
 """sway with Waybar and mako, without a screen: Waybar tells screen readers what it has, mako its own service."""
 
 import contextlib
+import dataclasses
 import json
 import os
 import pathlib
+import shutil
 import struct
 
 from gi.repository import GLib
 
 from desktop import Box, CannotBe, Desktop, Notification, Window, end, version_of
-from desktops.accessibility import ICON_ROLE, MENU_ITEM, Accessibility
+from desktops.accessibility import ICON_ROLE, MENU_ITEM, WINDOW, Accessibility
 from desktops.x11 import ICON, PASSWORD, WATCHER, run, said, shows_icon, wait_for_panel
 from lumora_testing import sway
 from lumora_testing.keyboard import Keyboard
@@ -197,6 +199,7 @@ class Sway(Desktop):
 
     def open_menu(self):
         """And have no tooltip lie over it."""
+        self._without_menu = self.picture()
         super().open_menu()
         wait_for(self.menu_open, "the menu")
         self.move(*self.wallpaper())
@@ -204,7 +207,15 @@ class Sway(Desktop):
     def choose(self, words, number):
         """Waybar's has no keyboard."""
         chosen = [node for node in self._lines() if node.sensitive][number - 1]
-        self.click(*self._box(chosen.box()).middle)
+        self.click(*self._on_screen(self._box(chosen.box())).middle)
+
+    def _on_screen(self, line):
+        """Waybar before 0.10 tells where in its menu a line is, not where that is: what is new below the bar."""
+        menu = next(self._box(node.box()) for node in self._nodes() if self._role(node) == WINDOW)
+        if menu.left > 0:
+            return line
+        left, _, _, bottom = self.picture().changed_since(self._without_menu, self._bar().bottom)
+        return dataclasses.replace(line, left=left + line.left, top=bottom - menu.height + line.top)
 
     def close_menu(self):
         self.click(*self.wallpaper())
@@ -232,7 +243,7 @@ class Sway(Desktop):
     def press(self, notification, label):
         """mako draws no buttons: they are in a menu that sway's users start by a key."""
         before = self.picture()
-        menu = self.spawn("menu", "makoctl", "menu", "wmenu")
+        menu = self.spawn("menu", "makoctl", "menu", shutil.which("wmenu") or "bemenu")
         # What is typed before it has the keyboard goes elsewhere.
         wait_for(lambda: self.picture().changed_since(before, 0), "the menu")
 

@@ -72,7 +72,7 @@ class X11(Desktop):
 
     environment = {"XDG_SESSION_TYPE": "x11", "XDG_SESSION_CLASS": "user", "LIBGL_ALWAYS_SOFTWARE": "1"}
     panel = ()  # the command of the panel, where that is a program of its own
-    panel_program = ""  # as it calls itself
+    panel_programs = ()  # as it and those that it shows call themselves
     other = ""  # what something else there that can be clicked tells of itself
     notifier = ""  # the program that shows notifications
     locker = ""  # the command that locks the screen
@@ -93,9 +93,9 @@ class X11(Desktop):
         wait_for(lambda: not self.owned(WATCHER), "the end of the panel")
         self.start_panel()
 
-    def find_item(self, condition, program=None):
-        """The box of the button in the panel, or a plugin's program, for which the condition is true, or None."""
-        node = self.accessibility.button(program or self.panel_program, condition)
+    def find_item(self, condition, *programs):
+        """The box of the button in the panel, or in these programs of it, for which the condition is true, or None."""
+        node = self.accessibility.button(programs or self.panel_programs, condition)
         with contextlib.suppress(GLib.Error):
             return node.box() if node else None
         return None
@@ -104,7 +104,7 @@ class X11(Desktop):
         def told(_, node):
             return self.other in node.name + node.description
 
-        return self.accessibility.button(self.panel_program, told, BUTTONS).box().middle
+        return self.accessibility.button(self.panel_programs, told, BUTTONS).box().middle
 
     def bare_panel(self):
         return self.screen[0] // 2, self.item().middle[1]

@@ -9,7 +9,7 @@ import shutil
 
 from desktop import CannotBe, version_of
 from desktops.accessibility import ICON_ROLE, anything
-from desktops.x11 import X11, run, wait_for_panel
+from desktops.x11 import X11, run, said, wait_for_panel
 from lumora_testing.remote import wait_for
 
 POWER = "org.xfce.PowerManager"
@@ -26,10 +26,9 @@ class Xfce(X11):
         "XDG_MENU_PREFIX": "xfce-",
     }
     panel = ("xfce4-panel", "--disable-wm-check")
-    panel_program = "xfce4-panel"
+    panel_programs = ("xfce4-panel",)
     other = "Applications"
     notifier = "xfce4-notifyd"
-    locker = "xfce4-screensaver-command"
 
     def start_shell(self):
         self.name = f"Xfce {version_of('xfce4-panel')}"
@@ -42,8 +41,11 @@ class Xfce(X11):
         self.spawn("windows", "xfwm4")
         self.spawn("desktop", "xfdesktop")
         self.spawn("notifications", *glob.glob("/usr/lib/*/xfce4/notifyd/xfce4-notifyd"))
-        self.spawn("screensaver", "xfce4-screensaver")
-        self.wait_for_name("org.xfce.ScreenSaver")
+        # Debian 12 has none of Xfce's own; it recommends others.
+        screensaver = "xfce4-screensaver" if shutil.which("xfce4-screensaver") else "mate-screensaver"
+        self.locker = f"{screensaver}-command"
+        self.spawn("screensaver", screensaver)
+        wait_for(lambda: said(self.locker, "--query"), "the screensaver")
         self.wait_for_name("org.freedesktop.Notifications")
         self.start_panel()
 
@@ -55,7 +57,7 @@ class Xfce(X11):
         if not self.owned(POWER):
             self._set("xfce4-power-manager", "/xfce4-power-manager/show-tray-icon", "bool", "true")
             self.spawn("power", "xfce4-power-manager", "--no-daemon")
-        return wait_for(lambda: self.accessibility.button("wrapper-2.0", anything, (ICON_ROLE,)), "its icon").box()
+        return wait_for(lambda: self.accessibility.button(("wrapper-2.0",), anything, (ICON_ROLE,)), "its icon").box()
 
     def open_own_battery(self):
         self.click(*self.own_battery().middle, button=3)
