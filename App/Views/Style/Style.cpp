@@ -15,7 +15,6 @@
 #include <QFrame>
 #include <QMenu>
 #include <QScrollBar>
-#include <QStyleFactory>
 
 namespace lumora {
 namespace {
@@ -28,6 +27,13 @@ const Option& as(const QStyleOption* option) {
   return *static_cast<const Option*>(option);
 }
 
+bool isLike(const QPalette& one, const QPalette& other) {
+  const auto same = [&](QPalette::ColorRole role) {
+    return one.color(QPalette::Active, role) == other.color(QPalette::Active, role);
+  };
+  return same(QPalette::Window) && same(QPalette::Highlight);
+}
+
 bool isPopup(const QWidget* widget) {
   return qobject_cast<const QMenu*>(widget) != nullptr || widget->inherits("QTipLabel") ||
          widget->inherits("QComboBoxPrivateContainer");
@@ -35,7 +41,8 @@ bool isPopup(const QWidget* widget) {
 
 }  // namespace
 
-Style::Style() : QProxyStyle(QStyleFactory::create("fusion")) {}
+Style::Style(QStyle* toolkits)
+    : QProxyStyle(toolkits), firstPalette_(QProxyStyle::standardPalette()) {}
 
 void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                           const QWidget* widget) const {
@@ -178,11 +185,9 @@ void Style::polish(QWidget* widget) {
 void Style::polish(QPalette& palette) {
   QProxyStyle::polish(palette);
   const QPalette toolkits = QProxyStyle::standardPalette();
-  const auto is = [&](QPalette::ColorRole role) {
-    return palette.color(QPalette::Active, role) == toolkits.color(QPalette::Active, role);
-  };
-  if (is(QPalette::Window) && is(QPalette::Highlight)) {
-    palette = ownPalette(isDark(palette), false);
+  // Before 6.5 an application keeps the palette of its start when the desktop turns dark.
+  if (isLike(palette, toolkits) || isLike(palette, firstPalette_)) {
+    palette = ownPalette(isDark(toolkits), false);
   }
   groundWindows(palette);
   fadeDisabled(palette);

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QPalette>
 #include <QProxyStyle>
 #include <QString>
+#include <QStyleFactory>
 
 namespace lumora {
 
@@ -11,7 +13,8 @@ namespace lumora {
 /// Theme/Tokens.h and the colours in Theme/Colors.h. What the views have not is drawn as Qt does.
 class Style : public QProxyStyle {
  public:
-  Style();
+  /// Owns the toolkit's own, on which it is built.
+  explicit Style(QStyle* toolkits = QStyleFactory::create("fusion"));
 
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
@@ -31,6 +34,9 @@ class Style : public QProxyStyle {
   void polish(QPalette& palette) override;
 
   using QProxyStyle::polish;
+
+ private:
+  QPalette firstPalette_;  // The toolkit's own at the start.
 };
 
 /// Whether a desktop's own style of this name is good enough to be left alone.

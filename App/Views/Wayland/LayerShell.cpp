@@ -17,7 +17,7 @@
 namespace lumora {
 namespace {
 
-// The first one that a surface can take the keyboard with on demand.
+// KWin before 6 has an earlier one, and lays the surface over its panel.
 constexpr std::uint32_t kShellVersion = 4;
 
 QPlatformNativeInterface& native() { return *QGuiApplication::platformNativeInterface(); }

@@ -11,8 +11,10 @@
 #include "Views/Style/StyleKeeper.h"
 
 #include <QApplication>
+#include <QProxyStyle>
 #include <QStyleFactory>
 #include <memory>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -74,6 +76,32 @@ TEST(StylesPalette, IsOurOwnWhereTheDesktopHasNone) {
   style.polish(palette);
   EXPECT_EQ(palette.color(QPalette::Window), QColor(0xf6, 0xf6, 0xf7));
   EXPECT_EQ(palette.color(QPalette::Highlight), QColor(0x1f, 0x6f, 0xeb));
+}
+
+/// A toolkit whose own palette follows the desktop, while applications keep that of their start.
+class OldToolkit : public QProxyStyle {
+ public:
+  explicit OldToolkit(QPalette start) : QProxyStyle("fusion"), now(std::move(start)) {}
+  QPalette standardPalette() const override { return now; }
+
+  QPalette now;
+};
+
+TEST(StylesPalette, FollowsTheToolkitsWhereApplicationsKeepTheirFirst) {
+  const QPalette light(QColor(0xef, 0xef, 0xef));
+  const QPalette dark(QColor(0x32, 0x32, 0x32));
+  for (const bool startsDark : {false, true}) {
+    const QPalette start = startsDark ? dark : light;
+    auto* toolkit = new OldToolkit(start);
+    Style style(toolkit);
+    for (const bool isNowDark : {startsDark, !startsDark, startsDark}) {
+      toolkit->now = isNowDark ? dark : light;
+      QPalette palette = start;
+      style.polish(palette);
+      EXPECT_EQ(palette.color(QPalette::Window),
+                isNowDark ? QColor(0x2b, 0x2b, 0x2e) : QColor(0xf6, 0xf6, 0xf7));
+    }
+  }
 }
 
 TEST(StylesPalette, HasAGroundWhereTheDesktopsLetsThrough) {
