@@ -48,7 +48,7 @@ inline bool hasNear(const QImage& image, QPoint place, const QColor& color, int 
 /// Has what moves in a widget arrive.
 inline void arrive(QWidget& widget) {
   for (auto* way : widget.findChildren<QVariantAnimation*>()) {
-    way->setCurrentTime(way->totalDuration());
+    if (way->state() != QVariantAnimation::Stopped) way->setCurrentTime(way->totalDuration());
   }
 }
 

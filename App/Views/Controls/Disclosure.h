@@ -19,7 +19,7 @@ class Disclosure : public DrawnButton {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  Glide on_{*this};
+  Glide on_{*this};  // 0 off, 1 on.
 };
 
 }  // namespace lumora

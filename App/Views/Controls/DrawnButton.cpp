@@ -13,18 +13,12 @@ ControlOption optionOf(const QWidget& widget) {
   const auto* button = qobject_cast<const QAbstractButton*>(&widget);
   if (button == nullptr) return option;
   option.text = button->text();
-  option.on = button->isChecked() ? 1 : 0;
   option.state.setFlag(QStyle::State_On, button->isChecked());
   option.state.setFlag(QStyle::State_Sunken, button->isDown());
   return option;
 }
 
 }  // namespace
-
-void drawAs(Draw draw, QWidget& widget) {
-  QPainter painter(&widget);
-  draw(painter, optionOf(widget));
-}
 
 void drawAs(Draw draw, QWidget& widget, double on) {
   QPainter painter(&widget);

@@ -15,9 +15,8 @@ namespace lumora {
 using Draw = void (*)(QPainter& painter, const ControlOption& option);
 using Measure = QSize (*)(const ControlOption& option);
 
-/// A widget as it is, or while it is still on its way from off to on (see `ControlOption::on`).
-void drawAs(Draw draw, QWidget& widget);
-void drawAs(Draw draw, QWidget& widget, double on);
+/// For what `on` is, see `ControlOption`.
+void drawAs(Draw draw, QWidget& widget, double on = 0);
 QSize sizeAs(Measure measure, const QWidget& widget);
 
 /// A button that is drawn so. Return and Enter press it, too, which Qt leaves to the desktop.

@@ -20,7 +20,7 @@ class Switch : public QCheckBox {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  Glide on_{*this};
+  Glide on_{*this};  // 0 off, 1 on.
 };
 
 }  // namespace lumora

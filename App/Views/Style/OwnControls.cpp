@@ -102,9 +102,9 @@ void drawDisclosure(QPainter& painter, const ControlOption& button) {
   const QRect& area = button.rect;
   const int side = arrowSide(button);
   const double middle = rightToLeft ? area.width() - side / 2.0 : side / 2.0;
-  const double closed = rightToLeft ? kLeft : kRight;
-  const double pointing = closed + (kDown - closed) * button.on;
-  drawAngle(painter, {middle, area.height() / 2.0}, side * 0.8, pointing,
+  const double closed = rightToLeft ? kPointsLeft : kPointsRight;
+  const double degrees = closed + (kPointsDown - closed) * button.on;
+  drawAngle(painter, {middle, area.height() / 2.0}, side * 0.8, degrees,
             touchOf(button) == Touch::none ? textColor(TextColor::secondary, button.palette)
                                            : primaryColor(button));
 

@@ -10,9 +10,9 @@ namespace lumora {
 
 // What Qt has no name for, and no desktop's own style draws.
 
-/// How it looks now.
+/// What is drawn, and how far between off and on it is.
 struct ControlOption : QStyleOptionButton {
-  double on = 0;  ///< How much of the way from off to on it has gone, 0 to 1.
+  double on = 0;  ///< 0 off, 1 on; of what takes its time from one to the other.
 };
 
 void drawSwitch(QPainter& painter, const ControlOption& button);

@@ -62,7 +62,7 @@ void drawPanel(QPainter& painter, const QRectF& area, double radius, const QColo
   painter.drawRoundedRect(within(area, kLine), radius, radius);
 }
 
-void drawAngle(QPainter& painter, QPointF centre, double side, double pointing,
+void drawAngle(QPainter& painter, QPointF centre, double side, double degrees,
                const QColor& color) {
   const double reach = side / 2;
   const double depth = side / 4;
@@ -70,7 +70,7 @@ void drawAngle(QPainter& painter, QPointF centre, double side, double pointing,
   path.moveTo(-depth, -reach);
   path.lineTo(depth, 0);
   path.lineTo(-depth, reach);
-  const QTransform turned = QTransform::fromTranslate(centre.x(), centre.y()).rotate(pointing);
+  const QTransform turned = QTransform::fromTranslate(centre.x(), centre.y()).rotate(degrees);
   stroke(painter, turned.map(path), color);
 }
 

@@ -34,12 +34,11 @@ void drawPanel(QPainter& painter, const QRectF& area, double radius, const QColo
                const QColor& outline);
 
 /// Where an angle points, in degrees, clockwise.
-inline constexpr double kRight = 0;
-inline constexpr double kDown = 90;
-inline constexpr double kLeft = 180;
+inline constexpr double kPointsRight = 0;
+inline constexpr double kPointsDown = 90;
+inline constexpr double kPointsLeft = 180;
 
-void drawAngle(QPainter& painter, QPointF centre, double side, double pointing,
-               const QColor& color);
+void drawAngle(QPainter& painter, QPointF centre, double side, double degrees, const QColor& color);
 void drawCheckMark(QPainter& painter, QPointF centre, double side, const QColor& color);
 
 /// The half of a stepper that counts down or up.

@@ -114,7 +114,7 @@ void drawChoice(QPainter& painter, const QStyleOptionComboBox& box) {
   const QRect sign(box.rect.right() + 1 - kControlPadding - kSignSide, box.rect.top(), kSignSide,
                    box.rect.height());
   drawAngle(painter, QRectF(QStyle::visualRect(box.direction, box.rect, sign)).center(),
-            kSignSide / 2.0, kDown, primaryColor(box));
+            kSignSide / 2.0, kPointsDown, primaryColor(box));
   if (showsFocus(box)) drawRing(painter, box.rect, kControlRadius, focusColor(box.palette));
 }
 

@@ -36,7 +36,7 @@ class Style : public QProxyStyle {
   using QProxyStyle::polish;
 
  private:
-  QPalette firstPalette_;  // The toolkit's own at the start.
+  QPalette firstPalette_;  // The toolkit's own when this was made.
 };
 
 /// Whether a desktop's own style of this name is good enough to be left alone.

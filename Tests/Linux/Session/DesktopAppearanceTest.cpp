@@ -99,6 +99,7 @@ TEST_F(DesktopAppearanceTest, FollowsTheWishForLessMotionAndForNone) {
   laptop.setAppearance(kGnome + " enable-animations", variant(false));
   expected.animations = false;
   EXPECT_TRUE(becomes(desktop, expected));
+  EXPECT_TRUE(isKnownAtOnce("XFCE", expected));
   laptop.setAppearance("reduced-motion", variant(std::uint32_t{0}));
   laptop.setAppearance(kGnome + " enable-animations", variant("what is this"));
   EXPECT_TRUE(becomes(desktop, {}));
