@@ -15,6 +15,15 @@
 namespace lumora::test {
 namespace {
 
+/// Holds a widget that moves after a part of its way: the whole divided by `parts`.
+QVariantAnimation& hold(QWidget& widget, int parts) {
+  auto& way = *widget.findChild<QVariantAnimation*>();
+  EXPECT_EQ(way.state(), QVariantAnimation::Running);
+  way.pause();
+  way.setCurrentTime(way.duration() / parts);
+  return way;
+}
+
 class GlideTest : public testing::Test {
  public:
   ~GlideTest() override { Glide::allow(true); }
@@ -42,10 +51,8 @@ TEST_F(GlideTest, GetsThereInAMomentAndThenRests) {
 
 TEST_F(GlideTest, TurnsRoundWhereItIs) {
   show();
-  auto* way = widget.findChild<QVariantAnimation*>();
   glide.moveTo(100);
-  way->pause();
-  way->setCurrentTime(way->duration() / 4);
+  hold(widget, 4);
   const double reached = glide.value();
   EXPECT_GT(reached, 0);
   EXPECT_LT(reached, 100);
@@ -57,15 +64,13 @@ TEST_F(GlideTest, TurnsRoundWhereItIs) {
 
 TEST_F(GlideTest, GoesOnWhenItIsAskedAgain) {
   show();
-  auto* way = widget.findChild<QVariantAnimation*>();
   glide.moveTo(100);
-  way->pause();
-  way->setCurrentTime(way->duration() / 2);
+  const QVariantAnimation& way = hold(widget, 2);
   glide.moveTo(100);
-  EXPECT_EQ(way->currentTime(), way->duration() / 2);
+  EXPECT_EQ(way.currentTime(), way.duration() / 2);
   arrive(widget);
   glide.moveTo(100);
-  EXPECT_NE(way->state(), QVariantAnimation::Running);
+  EXPECT_NE(way.state(), QVariantAnimation::Running);
 }
 
 TEST_F(GlideTest, IsThereAtOnceWhereItIsNotSeen) {
@@ -94,10 +99,7 @@ TEST_F(GlideTest, IsThereAtOnceWhereTheDesktopWishesNoMotion) {
 
 /// A widget in the middle of its way, which is held there.
 QImage underway(QWidget& widget) {
-  auto* way = widget.findChild<QVariantAnimation*>();
-  EXPECT_EQ(way->state(), QVariantAnimation::Running);
-  way->pause();
-  way->setCurrentTime(way->duration() / 4);
+  hold(widget, 4);
   return widget.grab().toImage();
 }
 
