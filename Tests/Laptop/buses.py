@@ -1,8 +1,9 @@
 # SPDX-FileCopyrightText: 2026 The Lumora authors
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Private buses without activation, and a monitor of what is said on one."""
+"""Private buses, and a monitor of what is said on one."""
 
 import itertools
+import pathlib
 
 from gi.repository import Gio, GLib
 
@@ -13,6 +14,7 @@ CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Con
 <busconfig>
   <type>session</type>
   <listen>unix:path={socket}</listen>
+  <servicedir>{services}</servicedir>
   <auth>EXTERNAL</auth>
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
@@ -25,13 +27,16 @@ BUS = "org.freedesktop.DBus"
 
 
 class Bus:
-    """A private message bus: nothing on it starts by itself, and everybody may own any name."""
+    """A private message bus: nothing on it starts by itself but what is made startable, and everybody may own any
+    name."""
 
     def __init__(self, name, folder, environment):
         socket = f"{folder}/{name}"
         configuration = f"{folder}/{name}.conf"
+        self._services = pathlib.Path(folder) / f"{name}-services"
+        self._services.mkdir()
         with open(configuration, "w", encoding="utf-8") as file:
-            file.write(CONFIGURATION.format(socket=socket))
+            file.write(CONFIGURATION.format(socket=socket, services=self._services))
         self.address = f"unix:path={socket}"
         self._process = Process(
             f"{name} bus",
@@ -53,6 +58,15 @@ class Bus:
         )
         connection.set_exit_on_close(False)
         return connection
+
+    def make_startable(self, name, command):
+        """Have the bus run a command when a program wants a service that does not run; None: have it run nothing."""
+        file = self._services / f"{name}.service"
+        if command:
+            file.write_text(f"[D-BUS Service]\nName={name}\nExec={command}\n", encoding="utf-8")
+        else:
+            file.unlink(missing_ok=True)
+        ask_bus(self.connection, "ReloadConfig", "()")
 
     def owner(self, name):
         """The unique name of a name's owner, or None."""

@@ -72,6 +72,8 @@ class Control:
             "SetProfile": ("s", "", self._set_profile),
             "MockProfiles": ("s s", "", self._replace_profiles),
             "SetAppearance": ("s v", "", self._portal.set),
+            "OfferAppearance": ("s v", "", self._offer_appearance),
+            "StartPortal": ("", "", self._portal.show),
             "SlowAppearance": ("i", "", self._portal.slow),
             "PrepareForSleep": ("b", "", self._prepare_for_sleep),
             "RefuseInhibit": ("i", "", self._refuse_inhibit),
@@ -136,6 +138,11 @@ class Control:
         if self._mock_profiles:
             self._mock_profiles.remove()
             self._mock_profiles = None
+
+    def _offer_appearance(self, key, value):
+        address = self._laptop.session.address
+        this = f"--address={address} --dest={NAME} --object-path={PATH} --method={NAME}.StartPortal"
+        self._portal.offer(key, value, f"/usr/bin/gdbus call {this}")
 
     def _prepare_for_sleep(self, begins):
         call(self._laptop.system.connection, *LOGIN, "PrepareForSleep", GLib.Variant("(b)", (begins,)))

@@ -165,6 +165,7 @@ class SettingsPortal:
     """The settings portal with the user's wishes for the looks of programs."""
 
     def __init__(self, session):
+        self._bus = session
         self._connection = session.connect()
         self._object = None
         self._wishes = {}
@@ -172,9 +173,25 @@ class SettingsPortal:
     def set(self, key, value):
         """Announce a wish, a GLib.Variant of any type, or start with it: a portal that starts announces nothing.
         Another namespace than the one for looks stands before the key with a blank between."""
+        space, key = self._keep(key, value)
+        if self._object:
+            self._object.emit("SettingChanged", GLib.Variant("(ssv)", (space, key, value)))
+        else:
+            self.show()
+
+    def offer(self, key, value, command):
+        """Have a wish, and the bus run a command for it, which calls `show`, once a program wants the portal."""
+        self._keep(key, value)
+        self._bus.make_startable(PORTAL, command)
+
+    def _keep(self, key, value):
         space, _, key = key.rpartition(" ")
         space = space or APPEARANCE
         self._wishes.setdefault(space, {})[key] = value
+        return space, key
+
+    def show(self):
+        """Start."""
         if not self._object:
             self._object = BusObject(
                 self._connection,
@@ -191,15 +208,14 @@ class SettingsPortal:
                 },
             )
             own(self._connection, PORTAL)
-            return
-        self._object.emit("SettingChanged", GLib.Variant("(ssv)", (space, key, value)))
 
     def slow(self, delay_ms):
         """Think that long before it answers."""
         self._object.methods_delay_ms = delay_ms
 
     def hide(self):
-        """Give the name up and forget the wishes."""
+        """Give the name up, forget the wishes, and be started by nobody."""
+        self._bus.make_startable(PORTAL, None)
         if self._object:
             give_up(self._connection, PORTAL)
             self._object.remove()

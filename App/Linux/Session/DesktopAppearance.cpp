@@ -75,6 +75,12 @@ bool isOneOf(const std::string& desktop, std::initializer_list<std::string_view>
 
 bool isGnome(const std::string& desktop) { return isOneOf(desktop, {"GNOME"}); }
 
+/// GNOME and Plasma leave it to the first program that needs a portal to start it.
+ServiceWatch::Start portalStart(const std::string& desktop) {
+  return isOneOf(desktop, {"GNOME", "KDE"}) ? ServiceWatch::Start::onDemand
+                                            : ServiceWatch::Start::ifRunning;
+}
+
 bool isCompositorAlone(const std::string& desktop) {
   return isOneOf(desktop, {"sway", "labwc", "wlroots"});
 }
@@ -101,12 +107,10 @@ DesktopAppearance::DesktopAppearance(const BusConnection& session, const std::st
               .timeout = kPatience,
               .start = ServiceWatch::Start::ifRunning};
   takeAll(callMethodAndWait(session_, readAll_));
-  // A portal that is slow, starts later or starts again tells then. GNOME leaves it to the first
-  // program that needs it.
+  // A portal that is slow, starts later or starts again tells then.
   readAll_.timeout = kNoTimeout;
   watch_.emplace(
-      Gio::DBus::BusType::SESSION, kName,
-      isGnome(desktop) ? ServiceWatch::Start::onDemand : ServiceWatch::Start::ifRunning,
+      Gio::DBus::BusType::SESSION, kName, portalStart(desktop),
       [this](const BusConnection& /*session*/) {
         callMethod(session_, readAll_, sigc::mem_fun(*this, &DesktopAppearance::takeAll));
       },

@@ -17,7 +17,7 @@ namespace lumora {
 /// What the settings portal tells of the user's wishes (namespace org.freedesktop.appearance, and
 /// GNOME's for the font and the animations). It is asked at the start, with a timeout of 30 ms, and
 /// again without one when a portal appears, and heard from then on; without a portal there are no
-/// wishes. GNOME's is started where it does not run.
+/// wishes. GNOME's and Plasma's is started where it does not run.
 class DesktopAppearance : public sigc::trackable {
  public:
   /// `session` is the session bus; absent where there is none. `desktop` is what

@@ -80,6 +80,15 @@ TEST_F(DesktopAppearanceTest, HearsAPortalThatStartsLater) {
   EXPECT_TRUE(becomes(desktop, {ColorScheme::dark, std::nullopt}));
 }
 
+TEST_F(DesktopAppearanceTest, StartsThePortalWhereTheDesktopLeavesThatToPrograms) {
+  for (const char* name : {"GNOME", "ubuntu:GNOME", "KDE"}) {
+    laptop.reset();
+    laptop.offerAppearance("color-scheme", variant(std::uint32_t{1}));
+    DesktopAppearance desktop(laptop.session(), name, "");
+    EXPECT_TRUE(becomes(desktop, {ColorScheme::dark, std::nullopt})) << name;
+  }
+}
+
 TEST_F(DesktopAppearanceTest, FollowsTheWishForContrast) {
   laptop.setAppearance("contrast", variant(std::uint32_t{1}));
   DesktopAppearance desktop(laptop.session(), "XFCE", "");
