@@ -97,8 +97,9 @@ def _display(environment, folder):
     # As many more pixels as windows draw for each of theirs.
     scale = int(os.environ.get("GDK_SCALE", "1"))
     screen = f"{1280 * scale}x{1024 * scale}x24"
-    # The server writes its number to a descriptor; the shell opens the file on it.
-    server = f'exec Xvfb :{display} -displayfd 3 -screen 0 {screen} -nolisten tcp -noreset 3>"$0"'
+    # The server writes its number to a descriptor; the shell opens the file on it. Keys do not repeat (-r): on a
+    # busy machine one may stay down for long.
+    server = f'exec Xvfb :{display} -displayfd 3 -screen 0 {screen} -nolisten tcp -noreset -r 3>"$0"'
     return FileService(
         "display", ["/bin/sh", "-c", server, file], file, lambda path: os.path.exists(path) and is_ready(path)
     )

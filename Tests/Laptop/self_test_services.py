@@ -1,9 +1,10 @@
 # SPDX-FileCopyrightText: 2026 The Lumora authors
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Profiles, sleep, permissions, notifications and sounds."""
+"""Profiles, sleep, permissions, notifications, sounds and the keyboard."""
 
 import ctypes
 import os
+import subprocess
 
 from gi.repository import Gio, GLib
 
@@ -198,3 +199,10 @@ class SoundTest(LaptopTest):
         wait_for(lambda: sorted(self.laptop.sounds()) == [file.decode(), "bell"])
         self.laptop.clear_sounds()
         self.assertEqual(self.laptop.sounds(), [])
+
+
+class KeyboardTest(LaptopTest):
+    """A key that is held is one press."""
+
+    def test_keys_do_not_repeat(self):
+        self.assertIn("auto repeat:  off", subprocess.check_output(["xset", "q"], text=True))

@@ -23,7 +23,9 @@ class LayerSurface {
 
   enum class Kind {
     popover,  ///< Over all else and beside the panels; has the keyboard.
-    cover,    ///< Below popovers, over the windows and panels; has no keyboard.
+    /// Below popovers, over the windows and panels; has no keyboard. Compositors that keep the
+    /// older surface of a layer on top (sway before 1.10) leave their bar above it.
+    cover,
   };
 
   /// `surface` has no picture yet. `output` null: the compositor chooses the screen.
