@@ -2,11 +2,15 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Clean roots of Debian's releases, layers on top of them, and commands run in copies that leave nothing behind."""
 
+import contextlib
 import dataclasses
+import fcntl
 import os
 import pathlib
 import shutil
+import signal
 import subprocess
+import sys
 
 HERE = pathlib.Path(__file__).resolve().parent
 PROJECT = HERE.parents[1]
@@ -255,9 +259,21 @@ def discard(folder):
         subprocess.run(["rm", "-rf", "--one-file-system", folder], check=True)
 
 
-def needs(*programs):
-    """What this machine lacks for it and for these programs, as one line, or nothing."""
+def begin(ccache):
+    """Have this process leave its roots in order when it is ended; NoRoot where this machine lacks what it takes."""
     if os.geteuid() != 0:
-        return "only root can make roots: run it with sudo"
-    missing = [name for name in ("debootstrap", "git", "unshare", "setpriv", *programs) if not shutil.which(name)]
-    return f"missing: {' '.join(missing)}" if missing else ""
+        raise NoRoot("only root can make roots: run it with sudo")
+    programs = ["debootstrap", "git", "unshare", "setpriv", *(["ccache"] if ccache else [])]
+    if missing := [name for name in programs if not shutil.which(name)]:
+        raise NoRoot(f"missing: {' '.join(missing)}")
+    for number in (signal.SIGTERM, signal.SIGHUP):
+        signal.signal(number, lambda number, _: sys.exit(128 + number))
+
+
+@contextlib.contextmanager
+def hold(file):
+    """As long as the context lasts no other process holds this file, which stands for the folder it is in."""
+    file.parent.mkdir(parents=True, exist_ok=True)
+    with open(file, "w", encoding="utf-8") as lock:
+        fcntl.flock(lock, fcntl.LOCK_EX)
+        yield
