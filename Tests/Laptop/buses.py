@@ -60,13 +60,17 @@ class Bus:
         return connection
 
     def make_startable(self, name, command):
-        """Have the bus run a command when a program wants a service that does not run; None: have it run nothing."""
+        """Have the bus run a command when a program wants a service that does not run."""
         file = self._services / f"{name}.service"
-        if command:
-            file.write_text(f"[D-BUS Service]\nName={name}\nExec={command}\n", encoding="utf-8")
-        else:
-            file.unlink(missing_ok=True)
+        file.write_text(f"[D-BUS Service]\nName={name}\nExec={command}\n", encoding="utf-8")
         ask_bus(self.connection, "ReloadConfig", "()")
+
+    def make_nothing_startable(self):
+        """Have it run nothing by itself, as at first."""
+        if files := list(self._services.iterdir()):
+            for file in files:
+                file.unlink()
+            ask_bus(self.connection, "ReloadConfig", "()")
 
     def owner(self, name):
         """The unique name of a name's owner, or None."""

@@ -215,7 +215,7 @@ class SettingsPortal:
 
     def hide(self):
         """Give the name up, forget the wishes, and be started by nobody."""
-        self._bus.make_startable(PORTAL, None)
+        self._bus.make_nothing_startable()
         if self._object:
             give_up(self._connection, PORTAL)
             self._object.remove()
