@@ -6,7 +6,6 @@
 #include "Views/FakeHost.h"
 #include "Views/Gallery/LifelikeBattery.h"
 #include "Views/Gallery/Scenes.h"
-#include "Views/Languages.h"
 #include "Views/Pixels.h"
 #include "Views/Popover/PopoverWindow.h"
 
@@ -176,11 +175,7 @@ void pointAt(QWidget& window, double share) {
 }
 
 bool render(const PopoverScene& scene, DesktopLooks& looks, const std::filesystem::path& folder) {
-  std::optional<ScopedLanguage> language;
-  if (scene.locale != nullptr) {
-    language.emplace(scene.locale, scene.language != nullptr ? scene.language : "");
-  }
-  const ScopedFontSize font(scene.points);
+  const ScopedWords words(scene);
   FakeHost host;
   host.clock.time = kNow;
   if (scene.hasBattery) host.setBattery(scene.percent, scene.description, scene.registry);

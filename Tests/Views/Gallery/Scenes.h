@@ -3,6 +3,8 @@
 #pragma once
 
 #include "Platform/Appearance.h"
+#include "Views/Languages.h"
+#include "Views/Pixels.h"
 #include "Views/Theme/DesktopLooks.h"
 
 #include <QString>
@@ -10,6 +12,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
+#include <optional>
 
 namespace lumora::test {
 
@@ -26,6 +29,19 @@ Appearance appearanceOf(const auto& scene) {
   appearance.highContrast = scene.strong;
   return appearance;
 }
+
+/// The language and the size of the texts in a scene, until it goes out of scope.
+class ScopedWords {
+ public:
+  explicit ScopedWords(const auto& scene) : fontSize_(scene.points) {
+    if (scene.locale == nullptr) return;
+    language_.emplace(scene.locale, scene.language != nullptr ? scene.language : "");
+  }
+
+ private:
+  std::optional<ScopedLanguage> language_;
+  ScopedFontSize fontSize_;
+};
 
 /// Renders scenes in their order, up to one that cannot be.
 bool renderAll(const auto& scenes, const auto& render) {

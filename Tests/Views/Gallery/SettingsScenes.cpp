@@ -4,7 +4,6 @@
 #include "Views/FakeHost.h"
 #include "Views/Gallery/LifelikeBattery.h"
 #include "Views/Gallery/Scenes.h"
-#include "Views/Languages.h"
 #include "Views/Pixels.h"
 #include "Views/Settings/SettingsWindow.h"
 
@@ -15,7 +14,6 @@
 #include <QDialog>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <optional>
 
 namespace lumora::test {
 namespace {
@@ -106,11 +104,7 @@ std::vector<SettingsScene> settingsScenes() {
 }
 
 bool render(const SettingsScene& scene, DesktopLooks& looks, const std::filesystem::path& folder) {
-  std::optional<ScopedLanguage> language;
-  if (scene.locale != nullptr) {
-    language.emplace(scene.locale, scene.language != nullptr ? scene.language : "");
-  }
-  const ScopedFontSize font(scene.points);
+  const ScopedWords words(scene);
   FakeHost host;
   host.clock.time = kNow;
   host.files.edit("/config/defaults.json", scene.settings);
