@@ -20,7 +20,6 @@ namespace lumora::test {
 namespace {
 
 const Dictionary kPluggedIn = {{"Power Source State", "AC Power"}};
-const Dictionary kCharging = charging();
 const Dictionary kDischarging = {{"Time to Empty", 185}};
 
 struct PopoverScene {
@@ -64,13 +63,13 @@ std::vector<PopoverScene> popoverScenes() {
   full.emplace("Is Charged", true);
   return {
       {.name = "no-battery", .hasBattery = false},
-      {.name = "charging", .description = kCharging},
+      {.name = "charging", .description = charging()},
       {.name = "full", .percent = 100, .description = full},
       {.name = "held-at-80", .percent = 80, .description = kPluggedIn},
       {.name = "on-battery-20", .percent = 20},
       {.name = "on-battery-21", .percent = 21},
       {.name = "no-rows", .registry = {}},
-      {.name = "snoozed", .description = kCharging, .snoozed = true},
+      {.name = "snoozed", .description = charging(), .snoozed = true},
       {.name = "cycles-700", .registry = withCycles(700)},
       {.name = "cycles-701", .registry = withCycles(701)},
       {.name = "cycles-901", .registry = withCycles(901)},
@@ -92,36 +91,36 @@ std::vector<PopoverScene> popoverScenes() {
       {.name = "focus-cancel", .snoozed = true, .focused = "Cancel"},
       {.name = "focus-settings-dark", .dark = true, .focused = "Settings…"},
       {.name = "font-11",
-       .description = kCharging,
+       .description = charging(),
        .snoozed = true,
        .unfolded = true,
        .points = 11},
       {.name = "font-16",
-       .description = kCharging,
+       .description = charging(),
        .snoozed = true,
        .week = true,
        .unfolded = true,
        .points = 16},
       {.name = "font-16-folded", .points = 16},
       {.name = "turned-dark",
-       .description = kCharging,
+       .description = charging(),
        .snoozed = true,
        .unfolded = true,
        .darkLater = true},
       {.name = "german",
-       .description = kCharging,
+       .description = charging(),
        .snoozed = true,
        .unfolded = true,
        .locale = "de_DE"},
       {.name = "arabic",
-       .description = kCharging,
+       .description = charging(),
        .snoozed = true,
        .unfolded = true,
        .locale = "ar_EG"},
       {.name = "persian", .snoozed = true, .week = true, .unfolded = true, .locale = "fa_IR"},
       {.name = "hebrew", .week = true, .unfolded = true, .locale = "he_IL", .pointedAt = 0.3},
       {.name = "mirrored",
-       .description = kCharging,
+       .description = charging(),
        .snoozed = true,
        .week = true,
        .unfolded = true,
@@ -130,8 +129,8 @@ std::vector<PopoverScene> popoverScenes() {
        .pointedAt = 0.3,
        .focused = "«Daily summary»"},
       {.name = "finnish", .snoozed = true, .week = true, .locale = "fi_FI", .pointedAt = 0.6},
-      {.name = "american", .description = kCharging, .snoozed = true, .locale = "en_US"},
-      {.name = "dark", .description = kCharging, .snoozed = true, .unfolded = true, .dark = true},
+      {.name = "american", .description = charging(), .snoozed = true, .locale = "en_US"},
+      {.name = "dark", .description = charging(), .snoozed = true, .unfolded = true, .dark = true},
       {.name = "dark-no-battery", .dark = true, .hasBattery = false},
       {.name = "dark-low", .percent = 9, .dark = true},
       {.name = "strong", .percent = 20, .snoozed = true, .unfolded = true, .strong = true},
@@ -141,7 +140,7 @@ std::vector<PopoverScene> popoverScenes() {
        .unfolded = true,
        .dark = true,
        .strong = true},
-      {.name = "round", .description = kCharging, .snoozed = true, .week = true, .round = true},
+      {.name = "round", .description = charging(), .snoozed = true, .week = true, .round = true},
       {.name = "round-dark",
        .week = true,
        .unfolded = true,
@@ -174,7 +173,7 @@ void pointAt(QWidget& window, double share) {
   QCoreApplication::sendEvent(plot, &move);
 }
 
-bool render(const PopoverScene& scene, DesktopLooks& looks, const std::filesystem::path& folder) {
+QImage render(const PopoverScene& scene, DesktopLooks& looks) {
   const ScopedWords words(scene);
   FakeHost host;
   host.clock.time = kNow;
@@ -203,15 +202,14 @@ bool render(const PopoverScene& scene, DesktopLooks& looks, const std::filesyste
   picture(window);
   if (scene.pointedAt >= 0) pointAt(window, scene.pointedAt);
   QApplication::processEvents();
-  const auto file = folder / (std::string(scene.name) + ".png");
-  return picture(window).save(QString::fromStdString(file.string()));
+  return picture(window);
 }
 
 }  // namespace
 
 bool renderPopoverScenes(DesktopLooks& looks, const std::filesystem::path& folder) {
-  return renderAll(popoverScenes(),
-                   [&](const PopoverScene& scene) { return render(scene, looks, folder); });
+  return renderAll(popoverScenes(), folder,
+                   [&](const PopoverScene& scene) { return render(scene, looks); });
 }
 
 }  // namespace lumora::test

@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <iostream>
 #include <optional>
+#include <string>
 
 namespace lumora::test {
 
@@ -43,12 +44,13 @@ class ScopedWords {
   ScopedFontSize fontSize_;
 };
 
-/// Renders scenes in their order, up to one that cannot be.
-bool renderAll(const auto& scenes, const auto& render) {
+/// Renders scenes in their order to pictures of their names, up to one that cannot be kept.
+bool renderAll(const auto& scenes, const std::filesystem::path& folder, const auto& render) {
   return std::ranges::all_of(scenes, [&](const auto& scene) {
-    const bool rendered = render(scene);
-    if (!rendered) std::cerr << "could not render " << scene.name << '\n';
-    return rendered;
+    const auto file = folder / (std::string(scene.name) + ".png");
+    const bool kept = render(scene).save(QString::fromStdString(file.string()));
+    if (!kept) std::cerr << "could not render " << scene.name << '\n';
+    return kept;
   });
 }
 

@@ -103,7 +103,7 @@ std::vector<SettingsScene> settingsScenes() {
   };
 }
 
-bool render(const SettingsScene& scene, DesktopLooks& looks, const std::filesystem::path& folder) {
+QImage render(const SettingsScene& scene, DesktopLooks& looks) {
   const ScopedWords words(scene);
   FakeHost host;
   host.clock.time = kNow;
@@ -135,7 +135,6 @@ bool render(const SettingsScene& scene, DesktopLooks& looks, const std::filesyst
   if (scene.pressed != nullptr) {
     qobject_cast<QAbstractButton*>(withName(window, scene.pressed))->setDown(true);
   }
-  const auto file = folder / (std::string(scene.name) + ".png");
   QWidget* shown = &window;
   if (auto* dialog = window.findChild<QDialog*>()) shown = dialog;
   if (scene.listOpen) {
@@ -144,14 +143,14 @@ bool render(const SettingsScene& scene, DesktopLooks& looks, const std::filesyst
     QApplication::processEvents();
     shown = sound->view()->window();
   }
-  return picture(*shown).save(QString::fromStdString(file.string()));
+  return picture(*shown);
 }
 
 }  // namespace
 
 bool renderSettingsScenes(DesktopLooks& looks, const std::filesystem::path& folder) {
-  return renderAll(settingsScenes(),
-                   [&](const SettingsScene& scene) { return render(scene, looks, folder); });
+  return renderAll(settingsScenes(), folder,
+                   [&](const SettingsScene& scene) { return render(scene, looks); });
 }
 
 }  // namespace lumora::test
