@@ -249,7 +249,13 @@ class Plasma(Desktop):
 
     def set_panel_dark(self, dark):
         run("plasma-apply-desktoptheme", "breeze-dark" if dark else "breeze-light")
-        wait_for_panel(self, dark)
+        try:
+            wait_for_panel(self, dark)
+        except TimeoutError:
+            # A panel was seen to take a theme's text and, to its end, not its ground; one that starts takes both.
+            self.restart_shell()
+            wait_for(self.item, "the item")
+            wait_for_panel(self, dark)
 
     def set_accent(self, number):
         run("plasma-apply-colorscheme", "--accent-color", ACCENTS[number])
