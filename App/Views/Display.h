@@ -11,9 +11,10 @@ namespace lumora {
 /// Whether a Wayland compositor shows the windows: it places them, and tells nothing of its panels.
 inline bool isOnWayland() { return QGuiApplication::platformName().startsWith("wayland"); }
 
-/// What panels leave of a screen; on Wayland an estimate, with room for one at the top or bottom.
+/// What panels leave of a screen; on Wayland, which does not tell, what one at the top or bottom
+/// leaves that is at most 60 pixels high: Plasma's floats and takes 52.
 inline QRect freeGeometry(const QScreen& screen) {
-  constexpr int kPanel = 40;
+  constexpr int kPanel = 60;
   return isOnWayland() ? screen.geometry().adjusted(0, 0, 0, -kPanel) : screen.availableGeometry();
 }
 

@@ -196,6 +196,32 @@ class WaylandStory(unittest.TestCase):
         wayland_screen().keep("wayland-settings")
         self.assertEqual(lumora.end(), 0)
 
+    def small_screen(self, scale):
+        """What many laptops have."""
+        subprocess.check_call(["swaymsg", "output", "*", "resolution", "1366x768", "scale", str(scale)])
+        self.addCleanup(subprocess.check_call, ["swaymsg", "output", "*", "resolution", "1280x800", "scale", "1"])
+        wait_for(lambda: wayland_screen().height == 768, "the small screen")
+        wait_for(self.still, "its picture")
+
+    def test_keeps_the_settings_off_the_panel_of_a_small_screen(self):
+        self.running()
+        self.small_screen(scale=1)
+        subprocess.check_call(["gapplication", "action", APPLICATION, "settings"])
+        rectangle = wait_for(lambda: windows(SETTINGS), "the settings")[0]
+        self.assertEqual((rectangle["content"]["width"], rectangle["content"]["height"]), (480, 668))
+
+    def test_stays_on_a_small_screen_at_a_scale(self):
+        self.running()
+        self.small_screen(scale=1.5)
+        self.behind = wayland_screen()
+        # As from the applications' menu.
+        subprocess.check_call(["gapplication", "launch", APPLICATION])
+        wait_for(self.whole_popover, "the popover")
+        wait_for(self.still, "its picture")
+        wayland_screen().keep("wayland-popover-small-screen")
+        _, _, _, bottom = self.popover()
+        self.assertLess(bottom, 768)
+
     def test_comes_back_with_the_bar(self):
         self.running()
         self.laptop.kill("waybar")

@@ -4,9 +4,17 @@
 #include "Views/DisplayProbe.h"
 
 #include <QByteArray>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QHash>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QPluginLoader>
 #include <array>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -44,6 +52,19 @@ class DisplayProbe : public testing::Test {
   static bool answers(const char* platforms) {
     qputenv("QT_QPA_PLATFORM", platforms);
     return displayAnswers();
+  }
+
+  /// The file of Qt's that has this platform in it.
+  static std::filesystem::path installedPlugin(const char* platform, const QStringList& paths) {
+    for (const QString& path : paths) {
+      for (const QFileInfo& file : QDir(path + "/platforms").entryInfoList({"*.so"}, QDir::Files)) {
+        const QJsonObject told = QPluginLoader(file.filePath()).metaData();
+        if (told["MetaData"]["Keys"].toArray().contains(platform)) {
+          return file.filePath().toStdString();
+        }
+      }
+    }
+    return {};
   }
 
   static QByteArray chosen() { return qgetenv("QT_QPA_PLATFORM"); }
@@ -94,6 +115,8 @@ class DisplayProbe : public testing::Test {
 
   void stopAnswering() { answering_.join(); }
 
+  TemporaryFolder plugins_;
+
  private:
   QHash<const char*, QByteArray> before_;
   TemporaryFolder folder_;
@@ -135,6 +158,20 @@ TEST_F(DisplayProbe, AsksTheCompositorFirst) {
   EXPECT_TRUE(displayAnswers());
   EXPECT_EQ(chosen(), "");
   stopAnswering();
+}
+
+TEST_F(DisplayProbe, KnowsAPluginByWhatItTellsAndNotByItsFile) {
+  const auto folder = plugins_.path() / "platforms";
+  std::filesystem::create_directory(folder);
+  const QStringList before = QCoreApplication::libraryPaths();
+  QCoreApplication::setLibraryPaths({QString::fromStdString(plugins_.path().string())});
+  startCompositor();
+  std::ofstream(folder / "libqwayland-generic.so") << "no plugin";
+  EXPECT_FALSE(answers("wayland"));
+  std::filesystem::copy_file(installedPlugin("wayland", before), folder / "libqsomething.so");
+  EXPECT_TRUE(answers("wayland"));
+  stopAnswering();
+  QCoreApplication::setLibraryPaths(before);
 }
 
 TEST_F(DisplayProbe, WaitsForAHungCompositorForAWhile) {
