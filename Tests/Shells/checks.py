@@ -143,13 +143,25 @@ def right_click(tour):
 def popover_at_tray(tour):
     box = tour.open_popover()
     require_plain(tour.keep("popover"), box)
+    require_at_item(tour, box)
+    return f"opened by {tour.desktop.opens_with}"
+
+
+def require_at_item(tour, box):
+    """It is above or below the item, and hardly farther away than the panel is high."""
     item = tour.desktop.item()
-    if not box.left - box.width < item.middle[0] < box.right + box.width:
+    if not box.left - BEYOND < item.middle[0] < box.right + BEYOND:
         raise NotSeen(f"{abs(box.middle[0] - item.middle[0])} pixels to the side of the item")
     gap = max(box.top - item.bottom, item.top - box.bottom)
     if gap > 60:
         raise NotSeen(f"{gap} pixels from the item, opened by {tour.desktop.opens_with}")
-    return f"opened by {tour.desktop.opens_with}"
+
+
+@check("Unfolded it stays on the screen")
+def unfolded(tour):
+    box = tour.open_unfolded_popover()
+    tour.keep("unfolded")
+    require_on_screen(tour, box)
 
 
 @check("Popover has the keyboard")
@@ -281,7 +293,7 @@ def dark(tour):
         wait_for(lambda: luminance(ground_of(tour, tour.settings())) < 0.1, "a dark window", 20)
         tour.still()
         tour.keep("settings-dark")
-        worst_of(tour, tour.settings())
+        require_text(tour, tour.settings())
         tour.desktop.set_dark(False)
         wait_for(lambda: luminance(ground_of(tour, tour.settings())) > 0.7, "a light window", 20)
         tour.close_everything()
@@ -294,8 +306,8 @@ def dark(tour):
         tour.desktop.set_dark(False)
 
 
-def worst_of(tour, box):
-    """Something in it must be as light as text on the dark."""
+def require_text(tour, box):
+    """Something in it is as light as text on the dark."""
     found = colors(tour.desktop.picture(), box)
     ratio = contrast_to(luminance(most_frequent(found)), found)
     if ratio < LEGIBLE:
@@ -329,7 +341,7 @@ def text_size(tour):
 
 @check("Scale followed live")
 def scale(tour):
-    before = tour.open_popover()
+    before = tour.open_unfolded_popover()
     try:
         factor = tour.desktop.set_scale(1.5)
         if factor == 1:
@@ -340,6 +352,8 @@ def scale(tour):
         tour.still()
         tour.keep("popover-scaled")
         require_on_screen(tour, tour.desktop.popover())
+        tour.close_everything()
+        require_at_item(tour, tour.open_popover())
         return f"at {factor:.2f}"
     finally:
         tour.desktop.set_scale(1)
@@ -374,8 +388,12 @@ def reminders(tour):
 def replaced(tour):
     tour.desktop.clear_notifications()
     for _ in range(2):
+        tour.laptop.clear_sounds()
         tour.run_low()
+        # The first one is still shown when the second comes.
+        wait_for(tour.laptop.sounds, "its sound", 30)
         wait_for(lambda: tour.shown("Low battery"), "the reminder", 30)
+        tour.still()
     titles = [each.title for each in tour.desktop.notifications()]
     if titles.count("Low battery") != 1:
         raise NotSeen(f"{titles}")

@@ -139,6 +139,24 @@ class Tour:
         self.still()
         return self.desktop.popover()
 
+    def open_unfolded_popover(self):
+        """With the days of a week; its box."""
+        self.end_lumora()
+        now = int(time.time())
+        samples = [{"t": now - 600 * age, "p": 40 + age % 50, "c": False, "a": False} for age in range(7 * 144, 0, -1)]
+        self.start_lumora_after(samples)
+        folded = self.open_popover()
+
+        def unfolds():
+            # What comes before the daily summary does nothing by that.
+            self.desktop.key("Tab")
+            self.desktop.key("space")
+            self.still()
+            box = self.desktop.popover()
+            return box and box.height > folded.height and box
+
+        return wait_for(unfolds, "the daily summary")
+
     def wait_until_closed(self):
         """Until there is no popover."""
         try:
@@ -171,9 +189,12 @@ class Tour:
         time.sleep(DOUBLE_CLICK_SECONDS)
 
     def open_menu(self):
-        """What is to be seen of it."""
-        picture, box = self.brought_by(self.show_menu)
-        return picture.area(*box)
+        """What is to be seen of it beside the item, which shows the percent, too."""
+        item = self.desktop.item()
+        picture, (left, top, right, bottom) = self.brought_by(self.show_menu)
+        if item.top > picture.height // 2:
+            return picture.area(left, top, right, item.top)
+        return picture.area(left, item.bottom, right, bottom)
 
     def show_menu(self):
         """Open it and wait for it."""
@@ -330,9 +351,8 @@ def main():
                 continue
             since = time.monotonic()
             outcome, remark = attempt(tour, lambda tour: tour.begin(name) or function(tour))  # noqa: B023
-            if outcome == "not seen":
-                with contextlib.suppress(Exception):
-                    tour.keep("not-seen")
+            with contextlib.suppress(Exception):
+                tour.keep(outcome.replace(" ", "-"))
             results[name] = {"title": title, "outcome": outcome, "remark": remark}
             print(f"{name}: {outcome} {remark} ({time.monotonic() - since:.0f} s)", flush=True)
     finally:
