@@ -6,7 +6,7 @@ import colorsys
 import contextlib
 import time
 
-from desktop import NotSeen
+from desktop import Box, NotSeen
 from lumora_testing.remote import wait_for
 
 CHECKS = {}
@@ -14,6 +14,8 @@ CHECKS = {}
 LEGIBLE = 4.5
 # So far from the item that the panel ends.
 BEYOND = 12
+# In MiB, proportional: without what drawing by the graphics card takes.
+MOST_MEMORY = 32
 # As long as something may take that does not happen.
 SECONDS_OF_NOTHING = 3
 
@@ -64,7 +66,7 @@ def legible_on(tour, dark):
         picture, box = tour.keep_item(name), tour.desktop.item()
         # In its corner it is empty: a symbol may have more of another colour than there is of the panel's.
         panel = luminance(picture.pixel(box.left, box.top))
-        ratio = strongest_contrast(colors(picture, box), panel)
+        ratio = min(strongest_contrast(colors(picture, part), panel) for part in symbol_and_percent(box))
         if (panel < 0.2) != dark:
             raise NotSeen(f"the panel's luminance is {panel:.2f}")
         if ratio < LEGIBLE:
@@ -72,6 +74,15 @@ def legible_on(tour, dark):
         return f"contrast {ratio:.1f}"
     finally:
         tour.desktop.set_panel_dark(True)
+
+
+def symbol_and_percent(box):
+    """The parts of an item that have them: one beside the other, or one around the other."""
+    if box.width > 1.5 * box.height:
+        symbol = Box(box.left, box.top, min(box.height, box.width // 2), box.height)
+        return symbol, Box(symbol.right, box.top, box.right - symbol.right, box.height)
+    quarter = box.width // 4
+    return box, Box(box.left + quarter, box.top, box.width - 2 * quarter, box.height)
 
 
 def strongest_contrast(found, panel):
@@ -162,6 +173,15 @@ def unfolded(tour):
     box = tour.open_unfolded_popover()
     tour.keep("unfolded")
     require_on_screen(tour, box)
+
+
+@check("Memory with the popover open")
+def memory(tour):
+    tour.open_popover()
+    taken = round(tour.lumora.memory())
+    if taken > MOST_MEMORY:
+        raise NotSeen(f"{taken} MiB")
+    return f"{taken} MiB"
 
 
 @check("Popover has the keyboard")

@@ -122,6 +122,11 @@ class Lumora:
         """Whether a library whose name begins so is in the process."""
         return f"/{library}" in pathlib.Path(f"/proc/{self.process.pid}/maps").read_text()
 
+    def memory(self):
+        """What it takes, in MiB: of what it shares with other programs its share."""
+        rollup = pathlib.Path(f"/proc/{self.process.pid}/smaps_rollup").read_text()
+        return int(rollup.partition("\nPss:")[2].split()[0]) / 1024
+
     def history(self):
         """The samples in the file, oldest first."""
         return json.loads(self._history.read_text()) if self._history.exists() else []
