@@ -6,7 +6,10 @@
 #include "Content/PopoverPlace.h"
 
 #include <algorithm>
+#include <limits>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace lumora {
 
@@ -27,14 +30,40 @@ struct Panels {
   int rise = 0;           ///< Beyond what they reserve of the screen, in pixels of the toolkit.
 };
 
-/// A click on a tray's item on Wayland as the toolkit counts: the tray reports it in pixels `scale`
-/// of which are one of the toolkit's. Absent where the tray does not know, or counts from its own
-/// icon: a tray in the screen's upper left corner, as far as a wide icon goes, is not believed.
-inline std::optional<ScreenPoint> clickedInLayer(ScreenPoint reported, double scale) {
+/// A screen as the toolkit counts, and how many of the tray's pixels on it are one of the
+/// toolkit's.
+struct TraysScreen {
+  ScreenRect whole;
+  double scale = 1;
+};
+
+/// A click on a tray's item on Wayland as the toolkit counts. The tray reports it in the toolkit's
+/// pixels or in its own, in which it counts from the upper left corner of the screen; of the points
+/// this may be, the one nearest to an edge of its screen is taken, where panels are. Absent where
+/// it is on none, and where the tray does not know or counts from its own icon: a tray in the upper
+/// left corner, as far as a wide icon goes, is not believed.
+inline std::optional<ScreenPoint> clickedInLayer(ScreenPoint reported,
+                                                 const std::vector<TraysScreen>& screens) {
   constexpr int kWidestIcon = 128;
   constexpr int kHighestPanel = 48;
-  if (reported.x < kWidestIcon && reported.y < kHighestPanel) return std::nullopt;
-  return ScreenPoint{static_cast<int>(reported.x / scale), static_cast<int>(reported.y / scale)};
+  const bool fromIcon = reported.x >= 0 && reported.x < kWidestIcon &&  //
+                        reported.y >= 0 && reported.y < kHighestPanel;
+  if (fromIcon) return std::nullopt;
+  std::optional<ScreenPoint> found;
+  int least = std::numeric_limits<int>::max();
+  for (const auto& [whole, scale] : screens) {
+    for (const double each : {scale, 1.0}) {
+      // A tray may report any number.
+      const double x = whole.x + (static_cast<double>(reported.x) - whole.x) / each;
+      const double y = whole.y + (static_cast<double>(reported.y) - whole.y) / each;
+      if (x < whole.x || x > whole.right() || y < whole.y || y > whole.bottom()) continue;
+      const ScreenPoint at{static_cast<int>(x), static_cast<int>(y)};
+      const int toEdge =
+          std::min({at.x - whole.x, whole.right() - at.x, at.y - whole.y, whole.bottom() - at.y});
+      if (std::exchange(least, std::min(least, toEdge)) > toEdge) found = at;
+    }
+  }
+  return found;
 }
 
 /// Where a popover of `size` hangs that belongs to `click`: beside the panel that was clicked,
@@ -45,10 +74,13 @@ inline LayerPlace layerPlace(std::optional<ScreenPoint> click, ScreenSize size,
                              const ScreenRect& screen, const Panels& panels) {
   const int gap = kPopoverGap + panels.rise;
   if (!click) return {.atTop = !panels.atBottom, .marginY = gap};
-  const int left = click->x - screen.x;
-  const int right = screen.right() - click->x;
-  const int top = click->y - screen.y;
-  const int bottom = screen.bottom() - click->y;
+  // The screen may have become smaller since.
+  const int x = std::clamp(click->x, screen.x, screen.right());
+  const int y = std::clamp(click->y, screen.y, screen.bottom());
+  const int left = x - screen.x;
+  const int right = screen.right() - x;
+  const int top = y - screen.y;
+  const int bottom = screen.bottom() - y;
   const int toSide = std::min(left, right);
   const int toTopOrBottom = std::min(top, bottom);
   LayerPlace place{.atTop = top < bottom, .atLeft = left < right};

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Content/LayerPlace.h"
 
+#include <limits>
 #include <ostream>
 
 #include <gtest/gtest.h>
@@ -58,15 +59,43 @@ TEST(LayerPlace, KeepsItsDistanceFromPanelsThatFloatAboveWhatTheyReserve) {
             (LayerPlace{.atTop = false, .atLeft = false, .marginX = 16, .marginY = 8}));
 }
 
+TEST(LayerPlace, StaysOnAScreenThatHasBecomeSmaller) {
+  EXPECT_EQ(at({1500, 1060}, {0, 0, 911, 512}), (LayerPlace{.atTop = false, .atLeft = false}));
+}
+
+const TraysScreen kWhole{{0, 0, 1366, 768}, 1};
+const TraysScreen kScaled{{0, 0, 911, 512}, 1.5};
+
 TEST(ClickedInLayer, IsCountedAsTheToolkitCounts) {
-  EXPECT_EQ(clickedInLayer({1725, 1050}, 1.5), (ScreenPoint{1150, 700}));
-  EXPECT_EQ(clickedInLayer({1725, 1050}, 1), (ScreenPoint{1725, 1050}));
+  EXPECT_EQ(clickedInLayer({1097, 745}, {kWhole}), (ScreenPoint{1097, 745}));
+  EXPECT_EQ(clickedInLayer({1098, 735}, {kScaled}), (ScreenPoint{732, 490}));
+  EXPECT_EQ(clickedInLayer({1098, 30}, {kScaled}), (ScreenPoint{732, 20}));
+  EXPECT_EQ(clickedInLayer({1332, 400}, {kScaled}), (ScreenPoint{888, 266}));
+}
+
+TEST(ClickedInLayer, MayBeCountedAsTheToolkitCountsWhateverTheScale) {
+  EXPECT_EQ(clickedInLayer({732, 490}, {kScaled}), (ScreenPoint{732, 490}));
+}
+
+TEST(ClickedInLayer, IsCountedFromTheCornerOfItsScreen) {
+  const std::vector<TraysScreen> screens{{{0, 0, 960, 540}, 2}, {{960, 0, 1280, 800}, 1.25}};
+  EXPECT_EQ(clickedInLayer({1800, 1060}, screens), (ScreenPoint{900, 530}));
+  EXPECT_EQ(clickedInLayer({2460, 975}, screens), (ScreenPoint{2160, 780}));
+  EXPECT_EQ(clickedInLayer({-60, 14}, {{{-1280, 0, 1280, 800}, 1}, kWhole}),
+            (ScreenPoint{-60, 14}));
 }
 
 TEST(ClickedInLayer, IsNotKnownFromATrayThatCountsFromItsIcon) {
-  EXPECT_EQ(clickedInLayer({0, 0}, 1), std::nullopt);
-  EXPECT_EQ(clickedInLayer({43, 12}, 1), std::nullopt);
-  EXPECT_EQ(clickedInLayer({20, 700}, 1), (ScreenPoint{20, 700}));
+  EXPECT_EQ(clickedInLayer({0, 0}, {kWhole}), std::nullopt);
+  EXPECT_EQ(clickedInLayer({43, 12}, {kWhole}), std::nullopt);
+  EXPECT_EQ(clickedInLayer({20, 700}, {kWhole}), (ScreenPoint{20, 700}));
+}
+
+TEST(ClickedInLayer, IsNotKnownWhereItIsOnNoScreen) {
+  constexpr int kMost = std::numeric_limits<int>::max();
+  EXPECT_EQ(clickedInLayer({700, 900}, {kWhole}), std::nullopt);
+  EXPECT_EQ(clickedInLayer({kMost, -kMost - 1}, {kWhole, kScaled}), std::nullopt);
+  EXPECT_EQ(clickedInLayer({700, 700}, {}), std::nullopt);
 }
 
 }  // namespace

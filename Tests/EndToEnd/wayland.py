@@ -4,6 +4,8 @@
 are kept. Run it in the simulated laptop with that bar: wayland.py BUNDLE
 """
 
+import os
+import pathlib
 import subprocess
 import sys
 import time
@@ -48,9 +50,9 @@ class WaylandStory(unittest.TestCase):
         self.keyboard = self.enterContext(subprocess.Popen(["wtype", "-s", "600000"]))
         self.addCleanup(self.keyboard.kill)
 
-    def running(self):
+    def running(self, **how):
         """A Lumora whose item is in the bar."""
-        lumora = self.enterContext(Lumora(BUNDLE))
+        lumora = self.enterContext(Lumora(BUNDLE, **how))
         self.box = self.wait_for_item()
         return lumora
 
@@ -191,10 +193,56 @@ class WaylandStory(unittest.TestCase):
         self.open()
         subprocess.check_call(["gapplication", "action", APPLICATION, "settings"])
         rectangle = wait_for(lambda: windows(SETTINGS), "the settings")[0]
-        self.assertEqual((rectangle["content"]["width"], rectangle["content"]["height"]), (480, 720))
+        self.assertEqual((rectangle["content"]["width"], rectangle["content"]["height"]), (480, 700))
         self.assertEqual(windows(POPOVER), [])
         wayland_screen().keep("wayland-settings")
         self.assertEqual(lumora.end(), 0)
+
+    def test_keeps_nothing_of_an_opening(self):
+        told = pathlib.Path(os.environ["XDG_RUNTIME_DIR"]) / "wayland-debug"
+        self.running(under=["sh", "-c", 'exec "$@" 2>"$0"', told], WAYLAND_DEBUG="1")
+        counts = []
+        for _ in range(3):
+            self.open_again()
+            subprocess.check_call(["wtype", "-k", "Escape"])
+            self.wait_until_closed("Esc")
+            counts.append(told.read_text().count("get_pointer("))
+        self.assertGreater(counts[0], 0)
+        self.assertEqual(counts, [counts[0]] * 3)
+
+    def test_closes_by_a_mouse_that_was_not_there(self):
+        lumora = self.running()
+        self.pointer.__exit__(None, None, None)
+        wait_for(self.still, "a screen without a mouse")
+        self.behind = wayland_screen()
+        self.activate(lumora, *self.item())
+        wait_for(self.whole_popover, "the popover")
+        self.pointer = self.enterContext(Pointer(1280, 800))
+        self.pointer.click(300, 400)
+        self.wait_until_closed("a click elsewhere")
+
+    def test_goes_with_its_monitor(self):
+        lumora = self.running()
+        subprocess.check_call(["swaymsg", "create_output"])
+        wait_for(lambda: wayland_screen().width > 1280, "another monitor")
+        wait_for(self.still, "its picture")
+        self.behind = wayland_screen()
+        self.activate(lumora, 1280 + 600, 14)
+        left, _, _, _ = wait_for(self.whole_popover, "the popover")
+        self.assertGreater(left, 1280)
+        subprocess.check_call(["swaymsg", "output", "HEADLESS-2", "disable"])
+        wait_for(lambda: wayland_screen().width == 1280, "the end of the other monitor")
+        wait_for(self.still, "its picture")
+        self.behind = wayland_screen()
+        self.activate(lumora, 600, 14)
+        wait_for(self.whole_popover, "the popover on the monitor that is left")
+
+    @staticmethod
+    def activate(lumora, x, y):
+        """As a bar does that was clicked there."""
+        item = ["--dest", lumora.item(), "--object-path", "/org/lumora/Lumora/StatusItem"]
+        method = ["--method", "org.kde.StatusNotifierItem.Activate", str(x), str(y)]
+        subprocess.check_call(["gdbus", "call", "--session", *item, *method])
 
     def small_screen(self, scale):
         """What many laptops have."""

@@ -8,6 +8,7 @@
 #include "Views/Wayland/ClicksElsewhere.h"
 #include "Views/Wayland/LayerShell.h"
 #include "Views/Wayland/LayerSurface.h"
+#include "Views/Wayland/ScreenModes.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -15,6 +16,8 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPainterPath>
+#include <QRegion>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -22,6 +25,9 @@
 #include <QVBoxLayout>
 #include <QWindow>
 #include <algorithm>
+#include <map>
+#include <string>
+#include <vector>
 
 namespace lumora {
 namespace {
@@ -72,8 +78,19 @@ Panels panels() {
   return isPlasma() ? Panels{.atBottom = true, .rise = floating ? kRise : 0} : Panels{};
 }
 
-/// Of the pixels in which the tray reports clicks: Plasma counts the screen's own.
-double scaleOfTray() { return isPlasma() ? qApp->devicePixelRatio() : 1; }
+/// In the pixels in which the tray reports clicks: Plasma counts the screen's own, of which Qt
+/// knows no fractions.
+std::vector<TraysScreen> traysScreens() {
+  const auto pixels = isPlasma() ? longerSides() : std::map<std::string, int>{};
+  std::vector<TraysScreen> screens;
+  for (const QScreen* screen : QGuiApplication::screens()) {
+    const QRect whole = screen->geometry();
+    const auto side = pixels.find(screen->name().toStdString());
+    const double points = std::max({1, whole.width(), whole.height()});
+    screens.push_back({rectOf(whole), side == pixels.end() ? 1 : side->second / points});
+  }
+  return screens;
+}
 
 Pointer pointer() {
   const QPoint at = QCursor::pos();
@@ -120,6 +137,8 @@ PopoverWindow::PopoverWindow(ViewsHost& host, bool (*blends)(const QScreen&), bo
   view_->setAutoFillBackground(false);
   scroll_->viewport()->setAutoFillBackground(false);
   view_->installEventFilter(this);
+  // Not every compositor tells that a layer has gone with its monitor.
+  connect(qApp, &QGuiApplication::screenRemoved, this, &QWidget::close);
 }
 
 PopoverWindow::~PopoverWindow() = default;
@@ -127,7 +146,7 @@ PopoverWindow::~PopoverWindow() = default;
 void PopoverWindow::showAt(std::optional<ScreenPoint> click) {
   if (placing_ == Placing::itself) {
     click_ = click ? clickedAt(*click, pointer()) : std::nullopt;
-  } else if (const auto known = click ? clickedInLayer(*click, scaleOfTray()) : std::nullopt) {
+  } else if (const auto known = click ? clickedInLayer(*click, traysScreens()) : std::nullopt) {
     // Without a click it stands where it stood last.
     click_ = known;
   }
@@ -181,6 +200,7 @@ void PopoverWindow::fit() {
   const QSize size(view_->width() + scrollBar, height);
   if (placing_ == Placing::spread) {
     if (screen) placeInWindow(*screen, size);
+    clip(size);
     return;
   }
   const QMargins around(reach(), reach(), reach(), reach());
@@ -190,7 +210,19 @@ void PopoverWindow::fit() {
     geometry.moveTopLeft({corner.x - reach(), corner.y - reach()});
   }
   setFixedGeometry(*this, geometry);
+  clip(size);
   placeInLayer();
+}
+
+/// Some styles draw the ground beside the scroll bar, into the round corners and over the outline.
+void PopoverWindow::clip(const QSize& size) {
+  if (!isRound()) return scroll_->clearMask();
+  constexpr int kOutline = 1;
+  const int radius = cornerRadius(style()->name()) - kOutline;
+  QPainterPath within;
+  within.addRoundedRect(QRect({}, size).adjusted(kOutline, kOutline, -kOutline, -kOutline), radius,
+                        radius);
+  scroll_->setMask(QRegion(within.toFillPolygon().toPolygon()));
 }
 
 /// On the window's edges, as it hangs in a layer on those of the screen.

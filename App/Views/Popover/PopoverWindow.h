@@ -69,6 +69,7 @@ class PopoverWindow : public QWidget {
   int reach() const;
   QRect popover() const;
   void fit();
+  void clip(const QSize& size);
   void placeInLayer();
   void placeInWindow(const Screen& screen, const QSize& size);
   void dismiss();

@@ -42,19 +42,17 @@ struct ClicksElsewhere::Cover {
   std::unique_ptr<LayerSurface> layer;
 };
 
-ClicksElsewhere::ClicksElsewhere(const LayerShell& shell, std::function<void()> clicked)
-    : clicked_(std::move(clicked)),
-      transparent_(transparentPixel(shell)),
-      pointer_(shell.makePointer()),
-      touch_(shell.makeTouch()) {
+ClicksElsewhere::ClicksElsewhere(LayerShell& shell, std::function<void()> clicked)
+    : shell_(shell), transparent_(transparentPixel(shell)) {
   for (QScreen* screen : QGuiApplication::screens()) {
     if (wl_output* output = LayerShell::outputOf(screen)) covers_.push_back(cover(shell, output));
   }
-  hearPointer();
-  hearTouch();
+  shell.onPress([this, clicked = std::move(clicked)](const wl_surface* surface) {
+    if (isOurs(surface)) clicked();
+  });
 }
 
-ClicksElsewhere::~ClicksElsewhere() = default;
+ClicksElsewhere::~ClicksElsewhere() { shell_.onPress({}); }
 
 std::unique_ptr<ClicksElsewhere::Cover> ClicksElsewhere::cover(const LayerShell& shell,
                                                                wl_output* output) {
@@ -80,47 +78,6 @@ std::unique_ptr<ClicksElsewhere::Cover> ClicksElsewhere::cover(const LayerShell&
 bool ClicksElsewhere::isOurs(const wl_surface* surface) const {
   return std::any_of(covers_.begin(), covers_.end(),
                      [surface](const auto& cover) { return cover->surface.get() == surface; });
-}
-
-void ClicksElsewhere::hearPointer() {
-  static constexpr wl_pointer_listener kListener = {
-      .enter =
-          [](void* data, wl_pointer*, std::uint32_t, wl_surface* surface, wl_fixed_t, wl_fixed_t) {
-            auto& self = *static_cast<ClicksElsewhere*>(data);
-            self.pointerHere_ = self.isOurs(surface);
-          },
-      .leave = [](void* data, wl_pointer*, std::uint32_t,
-                  wl_surface*) { static_cast<ClicksElsewhere*>(data)->pointerHere_ = false; },
-      .motion = [](void*, wl_pointer*, std::uint32_t, wl_fixed_t, wl_fixed_t) {},
-      .button =
-          [](void* data, wl_pointer*, std::uint32_t, std::uint32_t, std::uint32_t,
-             std::uint32_t state) {
-            const auto& self = *static_cast<ClicksElsewhere*>(data);
-            if (self.pointerHere_ && state == WL_POINTER_BUTTON_STATE_PRESSED) self.tell();
-          },
-      .axis = [](void*, wl_pointer*, std::uint32_t, std::uint32_t, wl_fixed_t) {}};
-  if (pointer_) wl_pointer_add_listener(pointer_.get(), &kListener, this);
-}
-
-void ClicksElsewhere::hearTouch() {
-  static constexpr wl_touch_listener kListener = {
-      .down =
-          [](void* data, wl_touch*, std::uint32_t, std::uint32_t, wl_surface* surface, std::int32_t,
-             wl_fixed_t, wl_fixed_t) {
-            const auto& self = *static_cast<ClicksElsewhere*>(data);
-            if (self.isOurs(surface)) self.tell();
-          },
-      .up = [](void*, wl_touch*, std::uint32_t, std::uint32_t, std::int32_t) {},
-      .motion = [](void*, wl_touch*, std::uint32_t, std::int32_t, wl_fixed_t, wl_fixed_t) {},
-      .frame = [](void*, wl_touch*) {},
-      .cancel = [](void*, wl_touch*) {}};
-  if (touch_) wl_touch_add_listener(touch_.get(), &kListener, this);
-}
-
-/// It may destroy this.
-void ClicksElsewhere::tell() const {
-  const auto clicked = clicked_;
-  clicked();
 }
 
 }  // namespace lumora

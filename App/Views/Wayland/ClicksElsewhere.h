@@ -15,24 +15,21 @@ namespace lumora {
 /// to nobody else.
 class ClicksElsewhere {
  public:
-  ClicksElsewhere(const LayerShell& shell, std::function<void()> clicked);
+  ClicksElsewhere(LayerShell& shell, std::function<void()> clicked);
   ~ClicksElsewhere();
+
+  ClicksElsewhere(const ClicksElsewhere&) = delete;
+  ClicksElsewhere& operator=(const ClicksElsewhere&) = delete;
 
  private:
   struct Cover;
 
   std::unique_ptr<Cover> cover(const LayerShell& shell, wl_output* output);
   bool isOurs(const wl_surface* surface) const;
-  void hearPointer();
-  void hearTouch();
-  void tell() const;
 
-  std::function<void()> clicked_;
-  bool pointerHere_ = false;
+  LayerShell& shell_;
   WaylandObject<wl_buffer> transparent_;
   std::vector<std::unique_ptr<Cover>> covers_;
-  WaylandObject<wl_pointer> pointer_;
-  WaylandObject<wl_touch> touch_;
 };
 
 }  // namespace lumora

@@ -8,8 +8,8 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWindow>
-#include <algorithm>
-#include <cstring>
+#include <type_traits>
+#include <utility>
 
 #include <qpa/qplatformnativeinterface.h>
 #include <wayland-client.h>
@@ -20,80 +20,50 @@ namespace {
 // KWin before 6 has an earlier one, and lays the surface over its panel.
 constexpr std::uint32_t kShellVersion = 4;
 
+// From it on, mouse and touch screen can be given up.
+constexpr std::uint32_t kSeatVersion = 3;
+
 QPlatformNativeInterface& native() { return *QGuiApplication::platformNativeInterface(); }
 
 }  // namespace
 
 std::unique_ptr<LayerShell> LayerShell::find() {
-  if (!QGuiApplication::platformName().startsWith("wayland")) return nullptr;
-  auto* display = static_cast<wl_display*>(native().nativeResourceForIntegration("wl_display"));
+  wl_display* display = waylandDisplay();
   if (display == nullptr) return nullptr;
   std::unique_ptr<LayerShell> found(new LayerShell(display));
   return found->isComplete() ? std::move(found) : nullptr;
 }
 
-/// Looks at what the compositor has on a queue of its own, so that nothing of Qt's is dispatched
-/// meanwhile; what is made from it later is heard of on Qt's.
 LayerShell::LayerShell(wl_display* display) : display_(display) {
-  const WaylandObject<wl_event_queue> queue(wl_display_create_queue(display));
-  auto* wrapper = static_cast<wl_display*>(wl_proxy_create_wrapper(display));
-  wl_proxy_set_queue(reinterpret_cast<wl_proxy*>(wrapper), queue.get());
-  const WaylandObject<wl_registry> registry(wl_display_get_registry(wrapper));
-  wl_proxy_wrapper_destroy(wrapper);
-  static constexpr wl_registry_listener kListener = {
-      .global =
-          [](void* self, wl_registry* from, std::uint32_t name, const char* interface,
-             std::uint32_t version) {
-            static_cast<LayerShell*>(self)->onGlobal(from, name, interface, version);
-          },
-      .global_remove = [](void*, wl_registry*, std::uint32_t) {}};
-  wl_registry_add_listener(registry.get(), &kListener, this);
-  wl_display_roundtrip_queue(display, queue.get());
-  // Once more for what the seat has.
-  wl_display_roundtrip_queue(display, queue.get());
-  const auto handToQt = [](auto& object) {
-    if (object) wl_proxy_set_queue(reinterpret_cast<wl_proxy*>(object.get()), nullptr);
-  };
-  handToQt(shell_);
-  handToQt(compositor_);
-  handToQt(viewporter_);
-  handToQt(memory_);
-  handToQt(seat_);
+  Registry registry(display);
+  registry.forEach([&](const Registry::Global& global) { onGlobal(registry, global); });
 }
+
+LayerShell::~LayerShell() = default;
 
 bool LayerShell::isComplete() const {
-  return shell_ && compositor_ && viewporter_ && memory_ && seat_;
+  return shell_ && compositor_ && viewporter_ && memory_ && !seats_.empty();
 }
 
-void LayerShell::onGlobal(wl_registry* registry, std::uint32_t name, const char* interface,
-                          std::uint32_t version) {
-  const auto take = [&](auto& object, const wl_interface& wanted, std::uint32_t wantedVersion) {
-    if (object || std::strcmp(interface, wanted.name) != 0 || version < wantedVersion) return;
-    using Object = decltype(object.get());
-    object.reset(static_cast<Object>(wl_registry_bind(registry, name, &wanted, wantedVersion)));
+void LayerShell::onGlobal(Registry& registry, const Registry::Global& global) {
+  const auto take = [&](auto& object, const wl_interface& wanted, std::uint32_t version) {
+    using Object = typename std::decay_t<decltype(object)>::element_type;
+    if (object) return;
+    object = registry.bind<Object>(global, wanted, version);
+    if (object) Registry::handToQt(object);
   };
   take(shell_, zwlr_layer_shell_v1_interface, kShellVersion);
   take(compositor_, wl_compositor_interface, 1);
   take(viewporter_, wp_viewporter_interface, 1);
   take(memory_, wl_shm_interface, 1);
-  const bool hadSeat = seat_ != nullptr;
-  take(seat_, wl_seat_interface, 1);
-  if (hadSeat || !seat_) return;
-  static constexpr wl_seat_listener kListener = {
-      .capabilities = [](void* self, wl_seat*, std::uint32_t capabilities) {
-        static_cast<LayerShell*>(self)->seatCapabilities_ = capabilities;
-      }};
-  wl_seat_add_listener(seat_.get(), &kListener, this);
-}
-
-wl_pointer* LayerShell::makePointer() const {
-  const bool there = (seatCapabilities_ & WL_SEAT_CAPABILITY_POINTER) != 0;
-  return there ? wl_seat_get_pointer(seat_.get()) : nullptr;
-}
-
-wl_touch* LayerShell::makeTouch() const {
-  const bool there = (seatCapabilities_ & WL_SEAT_CAPABILITY_TOUCH) != 0;
-  return there ? wl_seat_get_touch(seat_.get()) : nullptr;
+  WaylandObject<wl_seat> seat;
+  take(seat, wl_seat_interface, kSeatVersion);
+  if (!seat) return;
+  const auto pressed = [this](const wl_surface* surface) {
+    // It may hear no more by this.
+    if (const auto tell = pressed_) tell(surface);
+  };
+  seats_.push_back(std::make_unique<Seat>(seat.release(), pressed));
 }
 
 wl_surface* LayerShell::surfaceOf(QWindow& window) {

@@ -2,12 +2,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Views/Wayland/Registry.h"
+#include "Views/Wayland/Seat.h"
 #include "Views/Wayland/WaylandObject.h"
 
-#include <cstdint>
+#include <functional>
 #include <memory>
+#include <utility>
+#include <vector>
 
-struct wl_display;
 struct wl_output;
 class QScreen;
 class QWindow;
@@ -20,15 +23,16 @@ class LayerShell {
  public:
   /// Absent on X11, and where the compositor lacks something of it, as GNOME's does.
   static std::unique_ptr<LayerShell> find();
+  ~LayerShell();
 
   wl_display* display() const { return display_; }
   zwlr_layer_shell_v1* shell() const { return shell_.get(); }
   wl_compositor* compositor() const { return compositor_.get(); }
   wp_viewporter* viewporter() const { return viewporter_.get(); }
   wl_shm* memory() const { return memory_.get(); }
-  /// The mouse and the touch screen; null for what is not there now. The caller's own.
-  wl_pointer* makePointer() const;
-  wl_touch* makeTouch() const;
+  /// Tells each press of a mouse or a touch screen on a surface of this program; nobody by an empty
+  /// function.
+  void onPress(std::function<void(const wl_surface*)> pressed) { pressed_ = std::move(pressed); }
 
   /// The compositor's names of what Qt made; null before there is one.
   static wl_surface* surfaceOf(QWindow& window);
@@ -37,16 +41,15 @@ class LayerShell {
  private:
   explicit LayerShell(wl_display* display);
   bool isComplete() const;
-  void onGlobal(wl_registry* registry, std::uint32_t name, const char* interface,
-                std::uint32_t version);
+  void onGlobal(Registry& registry, const Registry::Global& global);
 
   wl_display* display_;
   WaylandObject<zwlr_layer_shell_v1> shell_;
   WaylandObject<wl_compositor> compositor_;
   WaylandObject<wp_viewporter> viewporter_;
   WaylandObject<wl_shm> memory_;
-  WaylandObject<wl_seat> seat_;
-  std::uint32_t seatCapabilities_ = 0;
+  std::vector<std::unique_ptr<Seat>> seats_;
+  std::function<void(const wl_surface*)> pressed_;
 };
 
 }  // namespace lumora

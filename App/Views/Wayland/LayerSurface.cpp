@@ -88,7 +88,7 @@ bool LayerSurface::waitUntilConfigured() {
   while (!configured_ && !closed_ && std::chrono::steady_clock::now() < deadline) {
     if (wl_display_roundtrip(shell_.display()) < 0) break;
   }
-  return configured_;
+  return configured_ && !closed_;
 }
 
 }  // namespace lumora

@@ -7,6 +7,7 @@
 struct wl_buffer;
 struct wl_compositor;
 struct wl_event_queue;
+struct wl_output;
 struct wl_pointer;
 struct wl_registry;
 struct wl_seat;
@@ -26,6 +27,7 @@ struct WaylandDestroy {
   void operator()(wl_buffer* object) const;
   void operator()(wl_compositor* object) const;
   void operator()(wl_event_queue* object) const;
+  void operator()(wl_output* object) const;
   void operator()(wl_pointer* object) const;
   void operator()(wl_registry* object) const;
   void operator()(wl_seat* object) const;
