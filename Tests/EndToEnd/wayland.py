@@ -218,24 +218,14 @@ class WaylandStory(unittest.TestCase):
         self.activate(lumora, *self.item())
         wait_for(self.whole_popover, "the popover")
         self.pointer = self.enterContext(Pointer(1280, 800))
-        self.pointer.click(300, 400)
-        self.wait_until_closed("a click elsewhere")
 
-    def test_goes_with_its_monitor(self):
-        lumora = self.running()
-        subprocess.check_call(["swaymsg", "create_output"])
-        wait_for(lambda: wayland_screen().width > 1280, "another monitor")
-        wait_for(self.still, "its picture")
-        self.behind = wayland_screen()
-        self.activate(lumora, 1280 + 600, 14)
-        left, _, _, _ = wait_for(self.whole_popover, "the popover")
-        self.assertGreater(left, 1280)
-        subprocess.check_call(["swaymsg", "output", "HEADLESS-2", "disable"])
-        wait_for(lambda: wayland_screen().width == 1280, "the end of the other monitor")
-        wait_for(self.still, "its picture")
-        self.behind = wayland_screen()
-        self.activate(lumora, 600, 14)
-        wait_for(self.whole_popover, "the popover on the monitor that is left")
+        def closes():
+            # Lumora hears of the mouse a little later; on the bar the mouse is not taken for the popover.
+            self.pointer.click(300, 400)
+            self.pointer.move(600, 1)
+            return self.popover() is None
+
+        wait_for(closes, "its end by a click elsewhere")
 
     @staticmethod
     def activate(lumora, x, y):

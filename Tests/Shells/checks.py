@@ -15,7 +15,7 @@ LEGIBLE = 4.5
 # So far from the item that the panel ends.
 BEYOND = 12
 # In MiB, proportional: without what drawing by the graphics card takes.
-MOST_MEMORY = 32
+MOST_MEMORY = 40
 # As long as something may take that does not happen.
 SECONDS_OF_NOTHING = 3
 

@@ -11,9 +11,10 @@ namespace lumora {
 Seat::Seat(wl_seat* seat, std::function<void(const wl_surface*)> pressed)
     : seat_(seat), pressed_(std::move(pressed)) {
   static constexpr wl_seat_listener kListener = {
-      .capabilities = [](void* self, wl_seat*, std::uint32_t capabilities) {
-        static_cast<Seat*>(self)->onCapabilities(capabilities);
-      },
+      .capabilities =
+          [](void* self, wl_seat*, std::uint32_t capabilities) {
+            static_cast<Seat*>(self)->onCapabilities(capabilities);
+          },
       .name = [](void*, wl_seat*, const char*) {}};
   wl_seat_add_listener(seat, &kListener, this);
 }

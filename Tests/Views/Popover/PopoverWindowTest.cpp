@@ -63,6 +63,13 @@ TEST(PopoverWindow, ClosesOnEscape) {
   EXPECT_FALSE(window.isVisible());
 }
 
+TEST(PopoverWindow, GoesWithItsMonitor) {
+  Popover popover;
+  popover.window.showAt(ScreenPoint{400, 10});
+  emit qApp->screenRemoved(QGuiApplication::primaryScreen());
+  EXPECT_FALSE(popover.window.isVisible());
+}
+
 TEST(PopoverWindow, StaysClosedForTheClickThatClosedIt) {
   FakeHost host;
   PopoverWindow window(host);
