@@ -197,7 +197,10 @@ void PopoverWindow::fit() {
   const int height = screen ? popoverHeight(wanted, *screen) : wanted;
   const int scrollBar = height < wanted ? scroll_->verticalScrollBar()->sizeHint().width() : 0;
   view_->resize(view_->width(), wanted);
-  const QSize size(view_->width() + scrollBar, height);
+  QSize size(view_->width() + scrollBar, height);
+  // When the scale changes Qt may show one more picture made for the last one, and compositors end
+  // the connection where it cannot be divided by the new one.
+  if (placing_ == Placing::layer) size += QSize(size.width() % 2, size.height() % 2);
   if (placing_ == Placing::spread) {
     if (screen) placeInWindow(*screen, size);
     clip(size);
