@@ -37,11 +37,20 @@ constexpr double kRadius = 4;
 class Plot : public QCustomPlot {
  protected:
   void paintEvent(QPaintEvent* event) override {
+    drawSharply();
     QCustomPlot::paintEvent(event);
     if (!hasFocus()) return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     drawRing(painter, rect(), kRadius + kFocusLine / 2, focusColor(palette()));
+  }
+
+ private:
+  /// It takes the scale of the screen where it was made.
+  void drawSharply() {
+    if (qFuzzyCompare(bufferDevicePixelRatio(), devicePixelRatioF())) return;
+    setBufferDevicePixelRatio(devicePixelRatioF());
+    replot(rpQueuedRefresh);
   }
 };
 

@@ -16,6 +16,7 @@
 #include <random>
 
 #include <gtest/gtest.h>
+#include <private/qhighdpiscaling_p.h>
 #include <qcustomplot.h>
 
 namespace lumora::test {
@@ -122,6 +123,16 @@ class HistoryChartTest : public testing::Test {
   std::vector<ChartPoint> drawn;
   Date from;
 };
+
+TEST_F(HistoryChartTest, IsSharpOnAScreenThatChangesItsScale) {
+  drawDay();
+  for (const int scale : {2, 1}) {
+    QHighDpiScaling::setScreenFactor(QGuiApplication::primaryScreen(), scale);
+    ASSERT_EQ(plot()->devicePixelRatioF(), scale);
+    plot()->grab();
+    EXPECT_EQ(plot()->bufferDevicePixelRatio(), scale);
+  }
+}
 
 TEST_F(HistoryChartTest, SaysThatItCollectsUntilThereAreTwoPoints) {
   chart.show({}, 1, kNow);
