@@ -78,10 +78,9 @@ Panels panels() {
   return isPlasma() ? Panels{.atBottom = true, .rise = floating ? kRise : 0} : Panels{};
 }
 
-/// In the pixels in which the tray reports clicks: Plasma counts the screen's own, of which Qt
-/// knows no fractions.
-std::vector<TraysScreen> traysScreens() {
-  const auto pixels = isPlasma() ? longerSides() : std::map<std::string, int>{};
+/// `modes` null: the tray counts as Qt does.
+std::vector<TraysScreen> traysScreens(ScreenModes* modes) {
+  const auto pixels = modes != nullptr ? modes->longerSides() : std::map<std::string, int>{};
   std::vector<TraysScreen> screens;
   for (const QScreen* screen : QGuiApplication::screens()) {
     const QRect whole = screen->geometry();
@@ -137,6 +136,9 @@ PopoverWindow::PopoverWindow(ViewsHost& host, bool (*blends)(const QScreen&), bo
   view_->setAutoFillBackground(false);
   scroll_->viewport()->setAutoFillBackground(false);
   view_->installEventFilter(this);
+  if (auto* display = waylandDisplay(); display != nullptr && isPlasma()) {
+    modes_ = std::make_unique<ScreenModes>(display);
+  }
   // Not every compositor tells that a layer has gone with its monitor.
   connect(qApp, &QGuiApplication::screenRemoved, this, &QWidget::close);
 }
@@ -146,7 +148,8 @@ PopoverWindow::~PopoverWindow() = default;
 void PopoverWindow::showAt(std::optional<ScreenPoint> click) {
   if (placing_ == Placing::itself) {
     click_ = click ? clickedAt(*click, pointer()) : std::nullopt;
-  } else if (const auto known = click ? clickedInLayer(*click, traysScreens()) : std::nullopt) {
+  } else if (const auto known =
+                 click ? clickedInLayer(*click, traysScreens(modes_.get())) : std::nullopt) {
     // Without a click it stands where it stood last.
     click_ = known;
   }

@@ -18,6 +18,7 @@ namespace lumora {
 class ClicksElsewhere;
 class LayerShell;
 class LayerSurface;
+class ScreenModes;
 class PopoverView;
 
 /// The frameless window that holds the popover, at the click and kept on the screen. It is as large
@@ -77,6 +78,8 @@ class PopoverWindow : public QWidget {
 
   // Null where there are none.
   std::unique_ptr<LayerShell> layers_;
+  // Null where the tray reports clicks as Qt counts.
+  std::unique_ptr<ScreenModes> modes_;
   const Placing placing_;
   PopoverView* view_;
   QScrollArea* scroll_;

@@ -27,7 +27,10 @@ class Registry {
 
   explicit Registry(wl_display* display);
 
-  /// Each global that there is now.
+  Registry(const Registry&) = delete;
+  Registry& operator=(const Registry&) = delete;
+
+  /// Each global that there is now, and in later waits each that has come.
   void forEach(std::function<void(const Global&)> each);
 
   /// Null where the global is another one, or of an earlier version.

@@ -2,25 +2,36 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Views/Wayland/ScreenModes.h"
 
-#include "Views/Wayland/Registry.h"
-
 #include <algorithm>
 #include <cstdint>
-#include <list>
 #include <utility>
 
 #include <wayland-client.h>
 
 namespace lumora {
-namespace {
 
-struct Monitor {
-  WaylandObject<wl_output> output;
-  std::string name;
-  int longerSide = 0;
-};
+ScreenModes::ScreenModes(wl_display* display) : registry_(display) {
+  constexpr std::uint32_t kNamesVersion = 4;
+  registry_.forEach([this](const Registry::Global& global) {
+    auto output = registry_.bind<wl_output>(global, wl_output_interface, kNamesVersion);
+    if (!output) return;
+    monitors_.push_back({.output = std::move(output), .name = {}});
+    hear(monitors_.back());
+  });
+}
 
-void hear(Monitor& monitor) {
+std::map<std::string, int> ScreenModes::longerSides() {
+  // What has come since is bound first, and then tells.
+  registry_.wait();
+  registry_.wait();
+  std::map<std::string, int> sides;
+  for (const Monitor& monitor : monitors_) {
+    if (monitor.longerSide > 0) sides[monitor.name] = monitor.longerSide;
+  }
+  return sides;
+}
+
+void ScreenModes::hear(Monitor& monitor) {
   static constexpr wl_output_listener kListener = {
       .geometry = [](void*, wl_output*, std::int32_t, std::int32_t, std::int32_t, std::int32_t,
                      std::int32_t, const char*, const char*, std::int32_t) {},
@@ -36,28 +47,6 @@ void hear(Monitor& monitor) {
                  const char* name) { static_cast<Monitor*>(self)->name = name; },
       .description = [](void*, wl_output*, const char*) {}};
   wl_output_add_listener(monitor.output.get(), &kListener, &monitor);
-}
-
-}  // namespace
-
-std::map<std::string, int> longerSides() {
-  constexpr std::uint32_t kNamesVersion = 4;
-  wl_display* display = waylandDisplay();
-  if (display == nullptr) return {};
-  Registry registry(display);
-  std::list<Monitor> monitors;
-  registry.forEach([&](const Registry::Global& global) {
-    auto output = registry.bind<wl_output>(global, wl_output_interface, kNamesVersion);
-    if (!output) return;
-    monitors.push_back({.output = std::move(output), .name = {}});
-    hear(monitors.back());
-  });
-  registry.wait();
-  std::map<std::string, int> sides;
-  for (const Monitor& monitor : monitors) {
-    if (monitor.longerSide > 0) sides.emplace(monitor.name, monitor.longerSide);
-  }
-  return sides;
 }
 
 }  // namespace lumora
