@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <limits>
 #include <optional>
-#include <utility>
 #include <vector>
 
 namespace lumora {
@@ -58,9 +57,10 @@ inline std::optional<ScreenPoint> clickedInLayer(ScreenPoint reported,
       const double y = whole.y + (static_cast<double>(reported.y) - whole.y) / each;
       if (x < whole.x || x > whole.right() || y < whole.y || y > whole.bottom()) continue;
       const ScreenPoint at{static_cast<int>(x), static_cast<int>(y)};
-      const int toEdge =
-          std::min({at.x - whole.x, whole.right() - at.x, at.y - whole.y, whole.bottom() - at.y});
-      if (std::exchange(least, std::min(least, toEdge)) > toEdge) found = at;
+      const int toEdge = toNearestEdge(at, whole);
+      if (toEdge >= least) continue;
+      least = toEdge;
+      found = at;
     }
   }
   return found;

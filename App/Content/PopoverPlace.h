@@ -27,6 +27,11 @@ struct ScreenRect {
   int bottom() const { return y + height; }
 };
 
+/// How far a point within a rectangle is from its nearest edge.
+inline int toNearestEdge(ScreenPoint at, const ScreenRect& of) {
+  return std::min({at.x - of.x, of.right() - at.x, at.y - of.y, of.bottom() - at.y});
+}
+
 /// A monitor, and the part of it that no panel covers.
 struct Screen {
   ScreenRect whole;
@@ -89,11 +94,8 @@ inline std::optional<ScreenPoint> clickedAt(ScreenPoint reported, const Pointer&
     return std::abs(x - pointer.pixels.x) <= near && std::abs(y - pointer.pixels.y) <= near;
   };
   if (reported == ScreenPoint{}) return std::nullopt;
-  const ScreenPoint at = pointer.at;
-  const ScreenRect& screen = pointer.screen;
-  const int toEdge =
-      std::min({at.x - screen.x, screen.right() - at.x, at.y - screen.y, screen.bottom() - at.y});
-  const bool isThere = toEdge < kPanel || isNear(reported.x, reported.y) ||
+  const bool isThere = toNearestEdge(pointer.at, pointer.screen) < kPanel ||
+                       isNear(reported.x, reported.y) ||
                        isNear(reported.x * pointer.scale, reported.y * pointer.scale);
   return isThere ? pointer.at : reported;
 }

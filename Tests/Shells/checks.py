@@ -170,9 +170,7 @@ def require_at_item(tour, box):
 
 @check("Unfolded it stays on the screen")
 def unfolded(tour):
-    box = tour.open_unfolded_popover()
-    tour.keep("unfolded")
-    require_on_screen(tour, box)
+    require_on_screen(tour, tour.open_unfolded_popover())
 
 
 @check("Memory with the popover open")

@@ -39,8 +39,6 @@ LayerShell::LayerShell(wl_display* display) : display_(display) {
   registry.forEach([&](const Registry::Global& global) { onGlobal(registry, global); });
 }
 
-LayerShell::~LayerShell() = default;
-
 bool LayerShell::isComplete() const {
   return shell_ && compositor_ && viewporter_ && memory_ && !seats_.empty();
 }

@@ -23,7 +23,6 @@ class LayerShell {
  public:
   /// Absent on X11, and where the compositor lacks something of it, as GNOME's does.
   static std::unique_ptr<LayerShell> find();
-  ~LayerShell();
 
   wl_display* display() const { return display_; }
   zwlr_layer_shell_v1* shell() const { return shell_.get(); }
