@@ -64,7 +64,7 @@ class Cinnamon(Scripted, X11):
 
     def _answers(self):
         try:
-            return self._script("return applet ? 1 : 0;", seconds=5) == 1
+            return self._script("return applet && Main.runState === Main.RunState.RUNNING ? 1 : 0;", seconds=5) == 1
         except GLib.Error:
             return False
 
