@@ -18,6 +18,9 @@ inline QRect freeGeometry(const QScreen& screen) {
   return isOnWayland() ? screen.geometry().adjusted(0, 0, 0, -kPanel) : screen.availableGeometry();
 }
 
+/// Whether windows get a frame, by the desktop or by the toolkit.
+bool framesWindows();
+
 /// Whether something blends the windows on a screen with what lies behind them, so that they may be
 /// translucent.
 bool blendsWindows(const QScreen& screen);

@@ -17,7 +17,6 @@
 #include <QLoggingCategory>
 #include <QPixmapCache>
 #include <QTranslator>
-#include <QVersionNumber>
 
 namespace lumora {
 namespace {
@@ -94,13 +93,6 @@ class QtViews final : public Views {
   std::optional<SettingsWindow> settings_;
 };
 
-/// GNOME leaves the frames of windows to the programs, and Qt before 6.8 draws none for those that
-/// share no buffers with the graphics card.
-bool framesTakeBuffers() {
-  return QLibraryInfo::version() < QVersionNumber(6, 8) &&
-         qEnvironmentVariable("XDG_CURRENT_DESKTOP").contains("GNOME");
-}
-
 }  // namespace
 }  // namespace lumora
 
@@ -109,7 +101,7 @@ extern "C" __attribute__((visibility("default"))) lumora::Views* makeLumoraViews
   if (!lumora::displayAnswers()) return nullptr;
   // The windows are painted by the processor: what the graphics card takes would be 30 MiB for
   // nothing.
-  if (!lumora::framesTakeBuffers()) qputenv("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION", "none");
+  qputenv("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION", "none");
   // The popover takes its place in a layer by itself, where there are any.
   qputenv("QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT", "1");
   // Qt would complain that there is no buffer integration of that name, and of what a shell tells

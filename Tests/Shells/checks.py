@@ -283,6 +283,16 @@ def settings_fit(tour):
     return f"{box.width} × {box.height}"
 
 
+@check("Settings are moved by their title")
+def settings_moved(tour):
+    before = tour.open_settings()
+    start = before.left + 60, before.top + 24
+    tour.desktop.drag(start, (start[0] - 40, start[1] + 20))
+    after = wait_for(lambda: (box := tour.settings()) != before and box, "another place", 10)
+    if (after.width, after.height) != (before.width, before.height):
+        raise NotSeen(f"{before} becomes {after}")
+
+
 def require_on_screen(tour, box):
     """All of it is on the screen."""
     width, height = tour.desktop.screen

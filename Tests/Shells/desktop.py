@@ -219,6 +219,10 @@ class Desktop:
         """Click there, with the left (1), middle (2) or right (3) button."""
         raise NotImplementedError
 
+    def drag(self, start, end):
+        """Move the mouse from one point to another with the left button pressed."""
+        raise CannotBe("the desktop frames windows itself")
+
     def key(self, name):
         """Press and release a key by its name in X: "Escape", "Tab"."""
         raise NotImplementedError

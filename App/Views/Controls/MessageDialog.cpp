@@ -3,6 +3,7 @@
 #include "Views/Controls/MessageDialog.h"
 
 #include "Views/Controls/Labels.h"
+#include "Views/Controls/OwnFrame.h"
 
 #include <QDialog>
 #include <QPushButton>
@@ -48,8 +49,10 @@ void showDialog(const Dialog& dialog, QDialogButtonBox::ButtonRole firstRole, QW
   QObject::connect(window, &QDialog::finished, window, [answer, last](int result) {
     answer(result == QDialog::Rejected ? last : static_cast<std::size_t>(result - kFirstResult));
   });
+  if (OwnFrame::isAround(*parent)) new OwnFrame(*window);
   const int width = std::max(kWidth, layout->minimumSize().width());
-  window->setFixedSize(width, layout->heightForWidth(width));
+  const QSize content(width, layout->heightForWidth(width));
+  window->setFixedSize(content.grownBy(window->contentsMargins()));
   window->open();
   window->raise();
   window->activateWindow();

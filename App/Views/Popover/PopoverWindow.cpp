@@ -3,8 +3,8 @@
 #include "Views/Popover/PopoverWindow.h"
 
 #include "Content/LayerPlace.h"
-#include "Views/Popover/PopoverFrame.h"
 #include "Views/Popover/PopoverView.h"
+#include "Views/Style/WindowFrame.h"
 #include "Views/Wayland/ClicksElsewhere.h"
 #include "Views/Wayland/LayerShell.h"
 #include "Views/Wayland/LayerSurface.h"

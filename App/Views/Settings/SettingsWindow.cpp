@@ -3,7 +3,7 @@
 #include "Views/Settings/SettingsWindow.h"
 
 #include "Base/Texts.h"
-#include "Views/Display.h"
+#include "Views/Controls/OwnFrame.h"
 #include "Views/Settings/SettingsView.h"
 
 #include <QGuiApplication>
@@ -18,12 +18,12 @@ namespace {
 
 constexpr int kWidth = 480;
 constexpr int kHeight = 720;
-// The frame that the desktop puts around it.
+// The frame around it, without a shadow.
 constexpr int kFrame = 40;
 
 }  // namespace
 
-SettingsWindow::SettingsWindow(ViewsHost& host)
+SettingsWindow::SettingsWindow(ViewsHost& host, bool framed)
     : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                            Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint) {
   setWindowTitle(translated("Lumora Settings"));
@@ -35,12 +35,18 @@ SettingsWindow::SettingsWindow(ViewsHost& host)
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(scroll);
+  if (framed) return;
+  new OwnFrame(*this);
+  // The frame has the ground.
+  scroll->widget()->setAutoFillBackground(false);
+  scroll->viewport()->setAutoFillBackground(false);
 }
 
 void SettingsWindow::present() {
   if (const QScreen* screen = QGuiApplication::primaryScreen(); screen != nullptr) {
     const QRect available = freeGeometry(*screen);
-    const QSize fitting(kWidth, std::min(kHeight, available.height() - kFrame));
+    const QSize content(kWidth, std::min(kHeight, available.height() - kFrame));
+    const QSize fitting = content.grownBy(contentsMargins());
     // For the first time, or the last time on another screen.
     if (fitting != minimumSize()) {
       setFixedSize(fitting);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Views/Display.h"
 #include "Views/ViewsModule.h"
 
 #include <QWidget>
@@ -11,7 +12,8 @@ namespace lumora {
 /// The window of the settings, made once: closing it hides it.
 class SettingsWindow : public QWidget {
  public:
-  explicit SettingsWindow(ViewsHost& host);
+  /// `framed`: whether windows get a frame; else this one brings its own.
+  explicit SettingsWindow(ViewsHost& host, bool framed = framesWindows());
 
   /// Shows it, no higher than the screen, or brings it to the front.
   void present();

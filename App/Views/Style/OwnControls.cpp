@@ -158,4 +158,18 @@ void drawIncrease(QPainter& painter, const ControlOption& button) {
   drawStepButton(painter, button, Step::more);
 }
 
+QSize closeSize(const ControlOption& /*button*/) {
+  constexpr int kSide = 24;
+  return {kSide, kSide};
+}
+
+void drawClose(QPainter& painter, const ControlOption& button) {
+  const Painting painting(painter, button);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(fieldColor(button.palette, touchOf(button)));
+  painter.drawEllipse(button.rect);
+  constexpr double kCrossSide = 8;
+  drawCross(painter, QRectF(button.rect).center(), kCrossSide, primaryColor(button));
+}
+
 }  // namespace lumora

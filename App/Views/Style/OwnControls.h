@@ -21,6 +21,8 @@ void drawDisclosure(QPainter& painter, const ControlOption& button);
 void drawLink(QPainter& painter, const ControlOption& button);
 void drawDecrease(QPainter& painter, const ControlOption& button);
 void drawIncrease(QPainter& painter, const ControlOption& button);
+/// What closes a window.
+void drawClose(QPainter& painter, const ControlOption& button);
 /// What segments lie in.
 void drawWell(QPainter& painter, const ControlOption& area);
 /// What the buttons that decrease and increase lie in.
@@ -33,5 +35,6 @@ QSize disclosureSize(const ControlOption& button);
 QSize linkSize(const ControlOption& button);
 QSize stepSize(const ControlOption& button);
 QSize stepperSize(const ControlOption& area);
+QSize closeSize(const ControlOption& button);
 
 }  // namespace lumora

@@ -82,6 +82,17 @@ void drawCheckMark(QPainter& painter, QPointF centre, double side, const QColor&
   stroke(painter, path, color);
 }
 
+void drawCross(QPainter& painter, QPointF centre, double side, const QColor& color) {
+  const QPointF down(side / 2, side / 2);
+  const QPointF up(side / 2, -side / 2);
+  QPainterPath path;
+  path.moveTo(centre - down);
+  path.lineTo(centre + down);
+  path.moveTo(centre - up);
+  path.lineTo(centre + up);
+  stroke(painter, path, color);
+}
+
 void drawStep(QPainter& painter, const QRectF& area, Step step, Touch touch,
               const QPalette& palette) {
   if (touch != Touch::none) {

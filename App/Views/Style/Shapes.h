@@ -40,6 +40,7 @@ inline constexpr double kPointsLeft = 180;
 
 void drawAngle(QPainter& painter, QPointF centre, double side, double degrees, const QColor& color);
 void drawCheckMark(QPainter& painter, QPointF centre, double side, const QColor& color);
+void drawCross(QPainter& painter, QPointF centre, double side, const QColor& color);
 
 /// The half of a stepper that counts down or up.
 enum class Step { less, more };

@@ -199,6 +199,15 @@ class Gnome(Scripted, Desktop):
             f"for (const down of {[1, 0] * times}) devices.pointer.notify_button(now(), {button}, down); return 1;"
         )
 
+    def drag(self, start, end):
+        self.move(*start)
+        self._script("devices.pointer.notify_button(now(), 1, 1); return 1;")
+        # The window's program asks for it, and then the shell takes over.
+        for step in range(1, 11):
+            self.move(*(a + (b - a) * step / 10 for a, b in zip(start, end)))
+            self.picture()
+        self._script("devices.pointer.notify_button(now(), 1, 0); return 1;")
+
     def key(self, name):
         self._script(
             f"for (const down of [1, 0]) devices.keys.notify_keyval(now(), Clutter.KEY_{name}, down); return 1;"

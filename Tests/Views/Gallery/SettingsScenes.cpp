@@ -36,6 +36,7 @@ struct SettingsScene {
   bool listOpen = false;  // of the first sound
   const char* locale = nullptr;
   const char* language = nullptr;
+  bool framed = true;  // by the desktop
 };
 
 std::vector<SettingsScene> settingsScenes() {
@@ -100,6 +101,10 @@ std::vector<SettingsScene> settingsScenes() {
        .scrolled = kBottom,
        .locale = "fa_IR",
        .language = "q2"},
+      {.name = "settings-own-frame", .framed = false},
+      {.name = "settings-own-frame-dark", .dark = true, .points = 15, .framed = false},
+      {.name = "settings-own-frame-end", .scrolled = kBottom, .locale = "ar_EG", .framed = false},
+      {.name = "settings-own-frame-reset", .dialog = "Reset History…", .framed = false},
   };
 }
 
@@ -114,7 +119,7 @@ QImage render(const SettingsScene& scene, DesktopLooks& looks) {
     host.login.error = "Permission denied";
   }
   looks.apply(appearanceOf(scene));
-  SettingsWindow window(host);
+  SettingsWindow window(host, scene.framed);
   window.present();
   const QString pressed = scene.failing ? "Launch at Login" : scene.dialog;
   for (auto* button : window.findChildren<QAbstractButton*>()) {

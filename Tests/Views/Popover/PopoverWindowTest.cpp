@@ -3,7 +3,7 @@
 #include "Views/FakeHost.h"
 #include "Views/Patience.h"
 #include "Views/Pixels.h"
-#include "Views/Popover/PopoverFrame.h"
+#include "Views/Style/WindowFrame.h"
 #include "Views/Popover/PopoverWindow.h"
 
 #include <QAbstractButton>
@@ -477,7 +477,7 @@ TEST(PopoverWindow, ScrollsWhereTheScreenIsTooLow) {
   EXPECT_TRUE(screen.contains(window.geometry()));
 }
 
-TEST(PopoverFrame, RunsAlongTheEdgesAtAnyScale) {
+TEST(WindowFrame, RunsAlongTheEdgesAtAnyScale) {
   const QRect popover(0, 0, 40, 20);
   for (const double scale : {1.0, 1.5, 2.0}) {
     QImage image((QSizeF(popover.size()) * scale).toSize(), QImage::Format_RGB32);

@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Lumora authors
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Views/Children.h"
+#include "Views/Controls/DrawnButton.h"
 #include "Views/Settings/SettingsTest.h"
 
 namespace lumora::test {
@@ -245,6 +247,42 @@ TEST_F(SettingsWindowTest, CanBeClosedAndMovedAndNothingElse) {
   EXPECT_EQ(window->maximumSize(), QSize(480, 720));
   const QPoint middle = QGuiApplication::primaryScreen()->availableGeometry().center();
   EXPECT_EQ(window->pos(), middle - QRect(0, 0, 480, 720).center());
+}
+
+TEST_F(SettingsWindowTest, BringsAFrameWhereNothingFramesWindows) {
+  openWithoutFrames();
+  EXPECT_TRUE(window->windowFlags().testFlag(Qt::FramelessWindowHint));
+  const QRect framed = window->rect().marginsRemoved({8, 8, 8, 8});
+  EXPECT_EQ(framed.size(), QSize(480, 40 + 720));
+  EXPECT_EQ(window->findChild<QScrollArea*>()->geometry(), framed.adjusted(0, 40, 0, 0));
+  const QImage image = picture(*window);
+  // Round, with a shadow, and the title in the middle of the bar.
+  EXPECT_EQ(image.pixelColor(framed.topLeft() + QPoint(1, 1)).alpha() / 255, 0);
+  EXPECT_EQ(image.pixelColor(framed.bottomRight() - QPoint(1, 1)).alpha() / 255, 0);
+  EXPECT_GT(image.pixelColor(framed.center().x(), framed.bottom() + 2).alpha(), 0);
+  const QRect title(framed.center().x() - 50, framed.top() + 4, 100, 32);
+  const QColor ink = textColor(TextColor::primary, window->palette());
+  EXPECT_TRUE(hasNear(image, title.center(), ink, 16));
+  EXPECT_FALSE(hasNear(image, title.center() - QPoint(150, 0), ink, 16));
+  auto* close = named<QAbstractButton>("Close");
+  ASSERT_NE(close, nullptr);
+  EXPECT_EQ(close->geometry(), QRect(framed.right() + 1 - 8 - 24, framed.top() + 8, 24, 24));
+  click(close);
+  EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(SettingsWindowTest, ItsQuestionsBringAFrameToo) {
+  openWithoutFrames();
+  click(button("Reset History…"));
+  ASSERT_NE(dialog(), nullptr);
+  EXPECT_TRUE(dialog()->windowFlags().testFlag(Qt::FramelessWindowHint));
+  const auto inside = dialog()->rect().marginsRemoved({8, 8 + 40, 8, 8});
+  for (const auto* label : dialog()->findChildren<QLabel*>()) {
+    EXPECT_TRUE(inside.contains(label->geometry())) << label->text().toStdString();
+  }
+  click(childrenOf<DrawnButton>(*dialog()).first());
+  EXPECT_EQ(dialog(), nullptr);
+  EXPECT_TRUE(window->isVisible());
 }
 
 TEST_F(SettingsWindowTest, IsHiddenWhenItIsClosedAndShownAgainAsItWas) {

@@ -39,8 +39,13 @@ class SettingsTest : public testing::Test {
     host.setHistory(minuteSamples(host.clock.time, 600));
   }
 
-  void open() {
-    window = std::make_unique<SettingsWindow>(host);
+  void open() { present(true); }
+
+  /// Where neither the desktop nor the toolkit frames windows.
+  void openWithoutFrames() { present(false); }
+
+  void present(bool framed) {
+    window = std::make_unique<SettingsWindow>(host, framed);
     window->present();
     EXPECT_TRUE(waitUntilExposed(window.get()));
   }
