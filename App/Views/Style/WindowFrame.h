@@ -19,7 +19,8 @@ int cornerRadius(const QString& style);
 /// How far the shadow reaches: the popover's lies in the gap that it keeps to all else.
 inline constexpr int kShadowReach = kPopoverGap;
 
-/// Draws the ground of a popover or window with round corners, its outline and the shadow around it.
+/// Draws the ground of a popover or window with round corners, its outline and the shadow around
+/// it.
 void drawRoundFrame(QPainter& painter, const QRect& area, const QPalette& palette);
 
 /// Draws an outline with square corners.

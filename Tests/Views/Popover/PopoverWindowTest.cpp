@@ -3,8 +3,8 @@
 #include "Views/FakeHost.h"
 #include "Views/Patience.h"
 #include "Views/Pixels.h"
-#include "Views/Style/WindowFrame.h"
 #include "Views/Popover/PopoverWindow.h"
+#include "Views/Style/WindowFrame.h"
 
 #include <QAbstractButton>
 #include <QApplication>
