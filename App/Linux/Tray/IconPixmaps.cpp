@@ -30,4 +30,16 @@ Glib::VariantBase iconPixmaps(const std::vector<Icon>& icons) {
   return Glib::wrap(g_variant_ref_sink(g_variant_builder_end(&builder)));
 }
 
+void markUnseen(std::vector<Icon>& icons) {
+  constexpr std::uint8_t kSomeBlue = 1;
+  for (Icon& icon : icons) {
+    for (std::size_t pixel = 0; pixel + kBytesPerPixel <= icon.argb.size();
+         pixel += kBytesPerPixel) {
+      if (icon.argb[pixel] != 0) continue;
+      icon.argb[pixel + 3] = kSomeBlue;
+      break;
+    }
+  }
+}
+
 }  // namespace lumora

@@ -14,4 +14,8 @@ namespace lumora {
 /// trays read past the end of such a one.
 Glib::VariantBase iconPixmaps(const std::vector<Icon>& icons);
 
+/// Makes pictures others that look the same: the first pixel that is wholly transparent gets
+/// another colour, in each that has one.
+void markUnseen(std::vector<Icon>& icons);
+
 }  // namespace lumora

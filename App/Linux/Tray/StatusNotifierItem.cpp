@@ -22,8 +22,8 @@ using Names = std::vector<Glib::ustring>;
 constexpr const char* kItemPath = "/org/lumora/Lumora/StatusItem";
 constexpr const char* kMenuPath = "/MenuBar";
 
-// By then a tray has made what the label belongs to.
-constexpr std::chrono::milliseconds kLabelAgain{2000};
+// By then a tray has made what label and picture belong to.
+constexpr std::chrono::milliseconds kAgain{2000};
 
 Glib::VariantBase text(const std::string& value) {
   return Glib::Variant<Glib::ustring>::create(Glib::ustring(value).make_valid());
@@ -68,13 +68,19 @@ void StatusNotifierItem::onTray(TextPlace place) {
   place_ = place;
   update();
   tray_->registerItem(kItemPath);
-  runLoop_.runAfter(kLabelAgain, lifetime_.guard([this] { announceLabel(); }));
+  runLoop_.runAfter(kAgain, lifetime_.guard([this] { announceAgain(); }));
 }
 
-/// GNOME's AppIndicator extension may ask for the label of a new item before it has a place for it,
-/// and then asks again only for a property that has changed.
-void StatusNotifierItem::announceLabel() {
+/// Trays may lose what they ask of a new item before they have a place for it, and show it only
+/// once it has changed: GNOME's AppIndicator extension the label, Cinnamon's tray the picture of
+/// its only item.
+void StatusNotifierItem::announceAgain() {
   if (!face_.label.empty()) object_->announce({}, {"XAyatanaLabel"});
+  if (place_ != TextPlace::wide || !face_.drawn) return;
+  hiddenMark_ = !hiddenMark_;
+  pixmaps_.reset();
+  object_->announce({}, {"IconPixmap"});
+  object_->emit("NewIcon");
 }
 
 void StatusNotifierItem::update() {
@@ -157,7 +163,9 @@ ExportedObject::Members StatusNotifierItem::members() {
 
 const Glib::VariantBase& StatusNotifierItem::pixmaps() {
   if (!pixmaps_) {
-    pixmaps_ = iconPixmaps(face_.drawn ? callbacks_.draw(*face_.drawn) : std::vector<Icon>{});
+    auto icons = face_.drawn ? callbacks_.draw(*face_.drawn) : std::vector<Icon>{};
+    if (hiddenMark_) markUnseen(icons);
+    pixmaps_ = iconPixmaps(icons);
   }
   return *pixmaps_;
 }

@@ -56,7 +56,7 @@ class StatusNotifierItem {
  private:
   void appear();
   void onTray(TextPlace place);
-  void announceLabel();
+  void announceAgain();
   void update();
   void tellChanges(const StatusItemFace& before);
   ExportedObject::Members members();
@@ -69,6 +69,7 @@ class StatusNotifierItem {
   TextPlace place_ = TextPlace::inside;
   StatusItemFace face_;
   std::optional<Glib::VariantBase> pixmaps_;  // Once a tray has asked for these.
+  bool hiddenMark_ = false;                   // In the pixmaps, so that they are others.
 
   // From the first content on.
   std::optional<ExportedObject> object_;

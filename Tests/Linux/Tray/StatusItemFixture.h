@@ -70,6 +70,8 @@ class StatusItemFixture : public testing::Test {
   TemporaryFolder icons;
   Names events;
   Names drawn;
+  // The second one's bytes are not those of its size.
+  std::vector<Icon> picture{{1, 1, {255, 1, 2, 3}}, {2, 1, {255, 1, 2, 3}}};
   std::optional<StatusNotifierItem> item;
 
  private:
@@ -90,7 +92,7 @@ class StatusItemFixture : public testing::Test {
         .draw =
             [this](const DrawnIcon& icon) {
               drawn.push_back(icon.text.empty() ? std::to_string(icon.percent) : icon.text);
-              return std::vector<Icon>{{1, 1, {255, 1, 2, 3}}, {2, 1, {255, 1, 2, 3}}};
+              return picture;
             }};
   }
 };

@@ -96,6 +96,28 @@ TEST_F(StatusNotifierItemTest, TellsNoLabelAgainThatItDoesNotHave) {
   EXPECT_EQ(heardBy(tray), Names{});
 }
 
+TEST_F(StatusNotifierItemTest, TellsOtherBytesOfThePictureToATrayThatLostThem) {
+  picture = {{3, 1, {255, 1, 2, 3, 0, 0, 0, 0, 0, 0, 0, 0}}};
+  TrayDouble tray(cinnamon());
+  item->show();
+  ASSERT_TRUE(registers(tray, 1));
+  const Pixmaps asDrawn{{3, 1, picture[0].argb}};
+  EXPECT_EQ(property<Pixmaps>(tray, "IconPixmap"), asDrawn);
+  runLoop.advance(std::chrono::milliseconds(1999));
+  heardBy(tray);
+  EXPECT_EQ(property<Pixmaps>(tray, "IconPixmap"), asDrawn);
+  runLoop.advance(std::chrono::milliseconds(1));
+  EXPECT_EQ(heardBy(tray), (Names{"PropertiesChanged", "NewIcon"}));
+  // What differs is transparent.
+  EXPECT_EQ(property<Pixmaps>(tray, "IconPixmap"),
+            (Pixmaps{{3, 1, {255, 1, 2, 3, 0, 0, 0, 1, 0, 0, 0, 0}}}));
+  // A tray that comes later gets other bytes than it had, too.
+  tray.showItems();
+  ASSERT_TRUE(registers(tray, 2));
+  runLoop.advance(std::chrono::seconds(2));
+  EXPECT_EQ(property<Pixmaps>(tray, "IconPixmap"), asDrawn);
+}
+
 TEST_F(StatusNotifierItemTest, TellsNothingAgainOnceItIsGone) {
   TrayDouble tray(gnome());
   item->show();

@@ -26,6 +26,7 @@ inline TrayRules gnome() {
 }
 inline TrayRules kde() { return {.process = "kded5", .ignoresKnownItems = true}; }
 inline TrayRules mate() { return {.process = "notification-ar"}; }
+inline TrayRules cinnamon() { return {.process = "xapp-sn-watcher"}; }
 inline TrayRules lxqt() { return {.process = "lxqt-panel"}; }
 inline TrayRules waybar() { return {.process = "waybar", .showsLater = true}; }
 inline TrayRules xfce() { return {.process = "xfce4-panel"}; }

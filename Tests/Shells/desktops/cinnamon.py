@@ -19,7 +19,10 @@ HELPERS = """
   const Main = imports.ui.main;
   const applet = imports.ui.appletManager.getRunningInstancesForUuid('xapp-status@cinnamon.org')[0];
   const icons = applet ? Object.values(applet.statusIcons) : [];
-  const item = () => icons.filter(icon => icon.actor.mapped && icon.proxy.name.includes('umora'))[0];
+  // Cinnamon may lose the name and the picture of a new item; the name stays that on the bus.
+  const ours = name => name.includes('umora') || name.startsWith(':');
+  const drawn = icon => icon.actor.mapped && icon.proxy.icon_name.trim();
+  const item = () => icons.filter(icon => drawn(icon) && ours(icon.proxy.name))[0];
 """
 
 
