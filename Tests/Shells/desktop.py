@@ -205,10 +205,6 @@ class Desktop:
         """The notifications that the shell shows or keeps, oldest first."""
         raise NotSeen("not tried")
 
-    def said_by_all(self):
-        """What the desktop has every program say on its standard error, seen from one that is not Lumora."""
-        return ""
-
     # What a user does.
 
     def move(self, x, y):

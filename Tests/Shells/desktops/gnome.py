@@ -195,18 +195,31 @@ class Gnome(Scripted, Desktop):
 
     def click(self, x, y, button=1, times=1):
         self.move(x, y)
-        self._script(
-            f"for (const down of {[1, 0] * times}) devices.pointer.notify_button(now(), {button}, down); return 1;"
-        )
+        if times == 1:
+            # The panel takes the focus from a window only while the button is down.
+            self._press(button)
+            self.picture()
+            self._release(button)
+        else:
+            strokes = [1, 0] * times
+            self._script(
+                f"for (const down of {strokes}) devices.pointer.notify_button(now(), {button}, down); return 1;"
+            )
 
     def drag(self, start, end):
         self.move(*start)
-        self._script("devices.pointer.notify_button(now(), 1, 1); return 1;")
+        self._press(1)
         # The window's program asks for it, and then the shell takes over.
         for step in range(1, 11):
             self.move(*(a + (b - a) * step / 10 for a, b in zip(start, end)))
             self.picture()
-        self._script("devices.pointer.notify_button(now(), 1, 0); return 1;")
+        self._release(1)
+
+    def _press(self, button):
+        self._script(f"devices.pointer.notify_button(now(), {button}, 1); return 1;")
+
+    def _release(self, button):
+        self._script(f"devices.pointer.notify_button(now(), {button}, 0); return 1;")
 
     def key(self, name):
         self._script(

@@ -81,10 +81,6 @@ class Lxqt(X11):
                 icon = ICON if shows_icon(picture, node.box()) else ""
                 yield Notification(lines[1], lines[2], tuple(buttons(node)), lines[0], icon, banner=True), node
 
-    def said_by_all(self):
-        """Its plugin in every Qt program misses a font: what the panel says, too."""
-        return (self.folder / "panel.log").read_text(errors="replace")
-
     def press(self, notification, label):
         for shown, node in self._shown():
             if shown.title == notification.title:

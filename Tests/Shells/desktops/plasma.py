@@ -180,12 +180,6 @@ class Plasma(Desktop):
     def other_item(self):
         return self._button("Digital Clock").middle
 
-    def said_by_all(self):
-        """KDE's plugin in every Qt program tells of one that draws without OpenGL, as Lumora's does."""
-        command = ["plasma-apply-colorscheme", "--list-schemes"]
-        alike = os.environ | {"QT_WAYLAND_CLIENT_BUFFER_INTEGRATION": "none"}
-        return subprocess.run(command, env=alike, capture_output=True, text=True, check=False).stderr
-
     def _button(self, name, condition=lambda node: True):
         """The box of a button of the shell that has this name and for which the condition is true, or None."""
         node = self.accessibility.button(("plasmashell",), lambda _, node: node.name == name and condition(node))
