@@ -255,7 +255,12 @@ class Tour:
         """Set the battery and wait until Lumora knows."""
         self.laptop.set_adapter(charging)
         self.laptop.set_battery(percent=percent, status="Charging" if charging else "Discharging")
-        wait_for(lambda: f"{percent}%" in self.lumora.state(self.desktop.bus), f"{percent} %")
+
+        def known():
+            state = self.lumora.state(self.desktop.bus)
+            return f"{percent}%" in state and ("On battery" in state) is not charging
+
+        wait_for(known, f"{percent} %, {'charging' if charging else 'on battery'}")
 
     def shown(self, title):
         """The notification with that title, or None."""
