@@ -104,9 +104,9 @@ extern "C" __attribute__((visibility("default"))) lumora::Views* makeLumoraViews
   qputenv("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION", "none");
   // The popover takes its place in a layer by itself, where there are any.
   qputenv("QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT", "1");
-  // Qt would complain that there is no buffer integration of that name, of what a shell tells of
-  // text input when the popover has gone, and, in no category, of a scale that changes while it
-  // paints.
+  // Qt would complain that there is no buffer integration of that name, and of what a shell tells
+  // of text input when the popover has gone. What it complains of without a category is for its own
+  // developers, as a scale that changes while it paints.
   QLoggingCategory::setFilterRules("qt.qpa.wayland*.warning=false\ndefault.warning=false");
   // Qt's own threads need no loop of GLib's, and of Qt 6.8 they end it too late: when GLib has
   // already taken the thread's account of its loops down, of which GLib then complains.

@@ -35,9 +35,7 @@ void markUnseen(std::vector<Icon>& icons) {
   for (Icon& icon : icons) {
     for (std::size_t pixel = 0; pixel + kBytesPerPixel <= icon.argb.size();
          pixel += kBytesPerPixel) {
-      if (icon.argb[pixel] != 0) continue;
-      icon.argb[pixel + 3] = kSomeBlue;
-      break;
+      if (icon.argb[pixel] == 0) icon.argb[pixel + 3] = kSomeBlue;
     }
   }
 }

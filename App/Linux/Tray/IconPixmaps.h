@@ -14,8 +14,8 @@ namespace lumora {
 /// trays read past the end of such a one.
 Glib::VariantBase iconPixmaps(const std::vector<Icon>& icons);
 
-/// Makes pictures others that look the same: the first pixel that is wholly transparent gets
-/// another colour, in each that has one.
+/// Makes pictures others that look the same: every pixel that is wholly transparent gets another
+/// colour. Cinnamon's tray compares bytes of which it has let go before, so one would not do.
 void markUnseen(std::vector<Icon>& icons);
 
 }  // namespace lumora

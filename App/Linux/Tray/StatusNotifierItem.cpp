@@ -68,12 +68,12 @@ void StatusNotifierItem::onTray(TextPlace place) {
   place_ = place;
   update();
   tray_->registerItem(kItemPath);
-  runLoop_.runAfter(kAgain, lifetime_.guard([this] { announceAgain(); }));
+  runLoop_.runAfter(kAgain, again_.emplace().guard([this] { announceAgain(); }));
 }
 
-/// Trays may lose what they ask of a new item before they have a place for it, and show it only
-/// once it has changed: GNOME's AppIndicator extension the label, Cinnamon's tray the picture of
-/// its only item.
+/// GNOME's AppIndicator extension may ask for the label of a new item before it has a place for it,
+/// and Cinnamon may miss the change that brings the picture of its tray's only item. Both show it
+/// once it changes again. A symbol by its name stays missed until it is another.
 void StatusNotifierItem::announceAgain() {
   if (!face_.label.empty()) object_->announce({}, {"XAyatanaLabel"});
   if (place_ != TextPlace::wide || !face_.drawn) return;

@@ -75,7 +75,7 @@ class StatusNotifierItem {
   std::optional<ExportedObject> object_;
   std::optional<DbusMenu> menu_;
   std::optional<TrayHost> tray_;
-  Lifetime lifetime_;
+  std::optional<Lifetime> again_;  // Of what the tray registered with last is told again.
 };
 
 }  // namespace lumora

@@ -24,7 +24,7 @@ constexpr int kBarHeight = 40;
 
 OwnFrame::OwnFrame(QWidget& window)
     : QObject(&window), window_(window), close_(new DrawnButton(drawClose, closeSize, &window)) {
-  // What asks for parts of a frame would ask for one.
+  // Qt keeps the hint only where nothing asks for a part of the desktop's frame.
   window.setWindowFlags((window.windowFlags() & Qt::WindowType_Mask) | Qt::FramelessWindowHint);
   window.setAttribute(Qt::WA_TranslucentBackground);
   window.setContentsMargins(kShadowReach, kShadowReach + kBarHeight, kShadowReach, kShadowReach);

@@ -68,7 +68,7 @@ QColor popupColor(const QPalette& palette);
 /// Between rows and around cards. Translucent.
 QColor hairlineColor(const QPalette& palette);
 
-/// Around the popover, which has no frame of the desktop. Translucent.
+/// Around the popover, and windows that have no frame of the desktop. Translucent.
 QColor outlineColor(const QPalette& palette);
 
 /// Around what has the keyboard focus.

@@ -110,12 +110,25 @@ TEST_F(StatusNotifierItemTest, TellsOtherBytesOfThePictureToATrayThatLostThem) {
   EXPECT_EQ(heardBy(tray), (Names{"PropertiesChanged", "NewIcon"}));
   // What differs is transparent.
   EXPECT_EQ(property<Pixmaps>(tray, "IconPixmap"),
-            (Pixmaps{{3, 1, {255, 1, 2, 3, 0, 0, 0, 1, 0, 0, 0, 0}}}));
+            (Pixmaps{{3, 1, {255, 1, 2, 3, 0, 0, 0, 1, 0, 0, 0, 1}}}));
   // A tray that comes later gets other bytes than it had, too.
   tray.showItems();
   ASSERT_TRUE(registers(tray, 2));
   runLoop.advance(std::chrono::seconds(2));
   EXPECT_EQ(property<Pixmaps>(tray, "IconPixmap"), asDrawn);
+}
+
+TEST_F(StatusNotifierItemTest, TellsItOnceWhereATrayComesAndShowsItemsAtOnce) {
+  picture = {{1, 1, {0, 0, 0, 0}}};
+  TrayDouble tray(cinnamon());
+  item->show();
+  ASSERT_TRUE(registers(tray, 1));
+  tray.showItems();
+  ASSERT_TRUE(registers(tray, 2));
+  heardBy(tray);
+  runLoop.advance(std::chrono::seconds(10));
+  EXPECT_EQ(heardBy(tray), (Names{"PropertiesChanged", "NewIcon"}));
+  EXPECT_EQ(property<Pixmaps>(tray, "IconPixmap"), (Pixmaps{{1, 1, {0, 0, 0, 1}}}));
 }
 
 TEST_F(StatusNotifierItemTest, TellsNothingAgainOnceItIsGone) {

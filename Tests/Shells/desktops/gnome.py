@@ -197,29 +197,25 @@ class Gnome(Scripted, Desktop):
         self.move(x, y)
         if times == 1:
             # The panel takes the focus from a window only while the button is down.
-            self._press(button)
+            self._strokes(button, 1)
             self.picture()
-            self._release(button)
+            self._strokes(button, 0)
         else:
-            strokes = [1, 0] * times
-            self._script(
-                f"for (const down of {strokes}) devices.pointer.notify_button(now(), {button}, down); return 1;"
-            )
+            self._strokes(button, *[1, 0] * times)
 
     def drag(self, start, end):
         self.move(*start)
-        self._press(1)
+        self._strokes(1, 1)
         # The window's program asks for it, and then the shell takes over.
         for step in range(1, 11):
             self.move(*(a + (b - a) * step / 10 for a, b in zip(start, end)))
             self.picture()
-        self._release(1)
+        self._strokes(1, 0)
 
-    def _press(self, button):
-        self._script(f"devices.pointer.notify_button(now(), {button}, 1); return 1;")
-
-    def _release(self, button):
-        self._script(f"devices.pointer.notify_button(now(), {button}, 0); return 1;")
+    def _strokes(self, button, *downs):
+        self._script(
+            f"for (const down of {list(downs)}) devices.pointer.notify_button(now(), {button}, down); return 1;"
+        )
 
     def key(self, name):
         self._script(

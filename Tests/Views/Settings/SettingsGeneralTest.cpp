@@ -272,11 +272,16 @@ TEST_F(SettingsWindowTest, BringsAFrameWhereNothingFramesWindows) {
 }
 
 TEST_F(SettingsWindowTest, ItsQuestionsBringAFrameToo) {
+  open();
+  click(button("Reset History…"));
+  ASSERT_NE(dialog(), nullptr);
+  const QSize content = dialog()->size();
   openWithoutFrames();
   click(button("Reset History…"));
   ASSERT_NE(dialog(), nullptr);
   EXPECT_TRUE(dialog()->windowFlags().testFlag(Qt::FramelessWindowHint));
   const auto inside = dialog()->rect().marginsRemoved({8, 8 + 40, 8, 8});
+  EXPECT_EQ(inside.size(), content);
   for (const auto* label : dialog()->findChildren<QLabel*>()) {
     EXPECT_TRUE(inside.contains(label->geometry())) << label->text().toStdString();
   }
