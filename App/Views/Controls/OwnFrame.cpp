@@ -40,10 +40,15 @@ bool OwnFrame::isAround(const QWidget& window) {
   return window.windowFlags().testFlag(Qt::FramelessWindowHint);
 }
 
-/// Within the window.
+/// Of the window all but its shadow.
+QRect OwnFrame::framed() const {
+  return window_.rect().adjusted(kShadowReach, kShadowReach, -kShadowReach, -kShadowReach);
+}
+
 QRect OwnFrame::bar() const {
-  const QRect framed = window_.rect().adjusted(kShadowReach, kShadowReach, -kShadowReach, 0);
-  return {framed.topLeft(), QSize(framed.width(), kBarHeight)};
+  QRect bar = framed();
+  bar.setHeight(kBarHeight);
+  return bar;
 }
 
 bool OwnFrame::eventFilter(QObject* watched, QEvent* event) {
@@ -82,9 +87,7 @@ void OwnFrame::placeButton() {
 void OwnFrame::paint() {
   QPainter painter(&window_);
   const QPalette& palette = window_.palette();
-  const QRect framed =
-      window_.rect().adjusted(kShadowReach, kShadowReach, -kShadowReach, -kShadowReach);
-  drawRoundFrame(painter, framed, palette);
+  drawRoundFrame(painter, framed(), palette);
   painter.setFont(fontFor(TextRole::headline));
   const auto color = window_.isActiveWindow() ? TextColor::primary : TextColor::secondary;
   painter.setPen(textColor(color, palette));

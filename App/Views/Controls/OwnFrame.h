@@ -24,6 +24,7 @@ class OwnFrame : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  QRect framed() const;
   QRect bar() const;
   void placeButton();
   void paint();
