@@ -74,6 +74,19 @@ inline ScreenPoint popoverPlace(std::optional<ScreenPoint> click, ScreenSize siz
           std::clamp(upperHalf ? y + kPopoverGap : y - size.height - kPopoverGap, top, bottom)};
 }
 
+/// Where a point of a screen is once that has another size or scale: as far from the two edges
+/// nearest to it, as what is at the ends of a panel. What is not on the screen counts as at its
+/// edge.
+inline ScreenPoint carriedOver(ScreenPoint at, const ScreenRect& before, const ScreenRect& now) {
+  const auto along = [](int value, int begin, int end, int nowBegin, int nowEnd) {
+    const int here = std::clamp(value, begin, end);
+    const int there = here - begin < end - here ? nowBegin + (here - begin) : nowEnd - (end - here);
+    return std::clamp(there, nowBegin, nowEnd);
+  };
+  return {along(at.x, before.x, before.right(), now.x, now.right()),
+          along(at.y, before.y, before.bottom(), now.y, now.bottom())};
+}
+
 /// Where the mouse is: as the toolkit counts, and in the display's pixels, `scale` of which are one
 /// of the toolkit's; and the whole screen that it is on, as the toolkit counts.
 struct Pointer {

@@ -59,6 +59,29 @@ TEST(PopoverPlace, KeepsTheTopOfAPopoverThatIsTooTall) {
   EXPECT_EQ(popoverPlace(ScreenPoint{100, 590}, {340, 900}, {kSmall, kSmall}), (ScreenPoint{8, 8}));
 }
 
+TEST(CarriedOver, KeepsItsDistanceFromTheNearestEdgesOfAScreenThatChanges) {
+  constexpr ScreenRect kBefore{100, 50, 1200, 600};
+  constexpr ScreenRect kNow{10, 20, 800, 400};
+  struct Case {
+    ScreenPoint before;
+    ScreenPoint now;
+  };
+  for (const auto& [before, now] : {
+           Case{{130, 64}, {40, 34}},
+           Case{{1030, 64}, {540, 34}},
+           Case{{1030, 636}, {540, 406}},
+           Case{{130, 636}, {40, 406}},
+           Case{{100, 650}, {10, 420}},
+           Case{{kLowest, kHighest}, {10, 420}},
+           Case{{kHighest, kLowest}, {810, 20}},
+       }) {
+    EXPECT_EQ(carriedOver(before, kBefore, kNow), now);
+  }
+  // There is less of the screen than it was away from the edge.
+  EXPECT_EQ(carriedOver({600, 300}, kBefore, {0, 0, 40, 30}), (ScreenPoint{40, 30}));
+  EXPECT_EQ(carriedOver({600, 300}, {0, 0, 0, 0}, kNow), (ScreenPoint{810, 420}));
+}
+
 TEST(PopoverHeight, LeavesAGapAboveAndBelow) {
   const Screen screen{{0, 0, 1366, 768}, {0, 28, 1366, 740}};
   EXPECT_EQ(popoverHeight(600, screen), 600);

@@ -154,10 +154,7 @@ void PopoverWindow::showAt(std::optional<ScreenPoint> click) {
     click_ = known;
   }
   if (!isVisible()) dress();
-  // It may be given another size or scale meanwhile.
-  if (const QScreen* screen = monitorAt(click_)) {
-    connect(screen, &QScreen::geometryChanged, this, &PopoverWindow::fit, Qt::UniqueConnection);
-  }
+  if (const QScreen* screen = monitorAt(click_)) follow(*screen);
   // Before it is shown: a window that grows or moves afterwards is seen to jump.
   view_->updateContent();
   fit();
@@ -165,6 +162,17 @@ void PopoverWindow::showAt(std::optional<ScreenPoint> click) {
   placing_ == Placing::spread ? showMaximized() : show();
   raise();
   activateWindow();
+}
+
+/// It may be given another size or scale, and what was clicked moves with its edges.
+void PopoverWindow::follow(const QScreen& screen) {
+  disconnect(following_);
+  following_ =
+      connect(&screen, &QScreen::geometryChanged, this,
+              [this, click = click_, before = rectOf(screen.geometry())](const QRect& now) {
+                if (click) click_ = carriedOver(*click, before, rectOf(now));
+                fit();
+              });
 }
 
 /// A window is translucent from its beginning or not at all.

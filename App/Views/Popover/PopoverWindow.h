@@ -66,6 +66,7 @@ class PopoverWindow : public QWidget {
 
  private:
   void dress();
+  void follow(const QScreen& screen);
   bool isRound() const;
   int reach() const;
   QRect popover() const;
@@ -85,6 +86,8 @@ class PopoverWindow : public QWidget {
   QScrollArea* scroll_;
   bool (*blends_)(const QScreen&);
   std::optional<ScreenPoint> click_;
+  // The changes of the screen that it was last shown on.
+  QMetaObject::Connection following_;
   QElapsedTimer sinceDismissed_;
   // While it is shown in a layer.
   std::unique_ptr<LayerSurface> layer_;

@@ -36,6 +36,12 @@ long residentKiB() {
   return size;
 }
 
+/// Gives the screen another size.
+void screenBecomes(const QRect& area) {
+  QWindowSystemInterface::handleScreenGeometryChange(QGuiApplication::primaryScreen(), area, area);
+  for (int i = 0; i < 3; ++i) QCoreApplication::processEvents();
+}
+
 /// A machine with a battery and a week of history.
 struct Machine {
   Machine() {
@@ -196,22 +202,36 @@ TEST(PopoverWindow, HasItsSizeAndPlaceBeforeItIsSeen) {
   }
 }
 
+TEST(PopoverWindow, OpensAtThePointerWhereTheTrayCountsFromItsPanel) {
+  Popover popover;
+  QCursor::setPos(600, 5);
+  popover.window.showAt(ScreenPoint{0, 26});
+  EXPECT_NEAR(popover.window.geometry().center().x(), 600, 1);
+}
+
 TEST(PopoverWindow, FitsItsScreenWhenThatBecomesSmaller) {
-  QScreen* screen = QGuiApplication::primaryScreen();
-  const QRect usual = screen->geometry();
-  const auto becomes = [&](const QRect& area) {
-    QWindowSystemInterface::handleScreenGeometryChange(screen, area, area);
-    for (int i = 0; i < 3; ++i) QCoreApplication::processEvents();
-  };
+  const QRect usual = QGuiApplication::primaryScreen()->geometry();
   Popover popover;
   const PopoverWindow& window = popover.window;
   popover.window.showAt(ScreenPoint{700, 790});
   const QRect before = window.geometry();
   const QRect small(0, 0, 500, 350);
-  becomes(small);
+  screenBecomes(small);
   EXPECT_TRUE(small.contains(window.geometry()));
-  becomes(usual);
+  screenBecomes(usual);
   EXPECT_EQ(window.geometry(), before);
+}
+
+TEST(PopoverWindow, StaysWhereItWasClickedWhenItsScreenChanges) {
+  const QRect usual = QGuiApplication::primaryScreen()->geometry();
+  ASSERT_EQ(usual, QRect(0, 0, 800, 800));
+  Popover popover;
+  popover.window.showAt(ScreenPoint{600, 790});
+  screenBecomes(QRect(0, 0, 1600, 1200));
+  const QRect now = popover.window.geometry();
+  EXPECT_NEAR(now.center().x(), 1400, 1);
+  EXPECT_EQ(now.bottom() + 1, 1190 - kPopoverGap);
+  screenBecomes(usual);
 }
 
 TEST(PopoverWindow, StandsStillWhileTheUnfoldedTableIsRenewed) {
