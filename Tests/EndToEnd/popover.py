@@ -13,7 +13,7 @@ from gi.repository import Gio, GLib
 
 from lumora_testing.bundle import DOUBLE_CLICK_SECONDS, Lumora, forget, running, start_again, windows
 from lumora_testing.remote import PATIENCE_SECONDS, RemoteLaptop, wait_for
-from lumora_testing.screen import drawn, geometry
+from lumora_testing.screen import drawn, geometry, x_screen
 
 BUNDLE = sys.argv.pop()
 GAP = 8
@@ -101,6 +101,19 @@ class PopoverStory(unittest.TestCase):
             return False
 
         wait_for(opened, f"the popover at {box}")
+
+    def test_follows_light_and_dark_while_it_is_open(self):
+        """Told by a portal that was not there when it was opened."""
+        self.running()
+        left, top, _, _ = geometry(self.open())
+
+        def is_dark():
+            return sum(x_screen().pixel(left + GAP, top + GAP)) < 3 * 100
+
+        self.assertFalse(is_dark())
+        for scheme, dark in (1, True), (2, False):
+            self.laptop.set_appearance("color-scheme", GLib.Variant("u", scheme))
+            wait_for(lambda: is_dark() is dark, f"the color scheme {scheme}")  # noqa: B023
 
     def test_quits_by_its_button(self):
         lumora = self.running()

@@ -146,6 +146,27 @@ class WaylandStory(unittest.TestCase):
         self.pointer.click(*self.item())
         self.wait_until_closed("a second click")
 
+    def test_opens_at_each_end_of_the_screen(self):
+        """Centred on the click along the edge that is nearest, and over or under a panel there."""
+        lumora = self.running()
+        for x, y in (20, 780), (300, 780), (1270, 780), (300, 20):
+            self.pointer.move(*AWAY)
+            wait_for(self.still, "the end of what the bar tells of its items")
+            self.behind = wayland_screen()
+            self.activate(lumora, x, y)
+            left, top, right, bottom = self.without_shadow(wait_for(self.whole_popover, "the popover"))
+            self.assertEqual(left, min(max(x - 170, GAP), 1280 - 340 - GAP))
+            self.assertEqual(right - left, 340)
+            self.assertEqual(*((bottom, 800 - GAP) if y > 400 else (top, BAR_HEIGHT + GAP)))
+            subprocess.check_call(["wtype", "-k", "Escape"])
+            self.wait_until_closed("Esc")
+            time.sleep(DOUBLE_CLICK_SECONDS)
+
+    def test_takes_nothing_of_the_graphics_card(self):
+        lumora = self.running()
+        self.open()
+        self.assertFalse(lumora.has_loaded("wayland-graphics-integration-client"))
+
     def test_closes_by_a_click_on_its_shadow(self):
         self.running()
         left, top, _, bottom = self.without_shadow(self.open())
