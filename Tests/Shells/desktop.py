@@ -93,6 +93,9 @@ class Desktop:
     screen = 1366, 768
     environment = {}  # what makes programs know the desktop
     opens_with = "a click"  # what brings the popover
+    # The least between a popover and the screen's edge where its box is what is drawn, which ends at the edge.
+    kept = 0
+    locks_by = ""  # what its lock is, if not all of it
     buttons_in = ""  # where the buttons of notifications are, if not on them
 
     def __init__(self, folder):

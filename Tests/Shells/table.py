@@ -58,16 +58,33 @@ def cell(result):
 
 
 def write(folder, order):
-    """Put the tables into the documentation: for each release one, with a column for each desktop."""
-    found = list(results(folder))
-    releases = dict.fromkeys(release for release, _, _ in found)
-    put(PAGE, "desktops", "\n\n".join(of_release(release, found, order) for release in releases))
+    """Put the results into the tables of the documentation, one for each release with a column for each desktop. What
+    there are no results of stays as it is."""
+    tables = {release: columns(release) for release in re.findall(r"(?m)^## (.*)", "\n".join(taken(PAGE, "desktops")))}
+    for release, desktop, checks in results(folder):
+        table = tables.setdefault(release, {})
+        column = table.pop(desktop, {})
+        # Of another version there is no longer any.
+        for other in [each for each in table if each.split()[0] == desktop.split()[0]]:
+            del table[other]
+        table[desktop] = column | {each["title"]: cell(each) for each in checks.values()}
+    titles = [title for title, _ in order.values()]
+    put(PAGE, "desktops", "\n\n".join(of_release(release, tables[release], titles) for release in sorted(tables)))
 
 
-def of_release(release, found, order):
-    """What was found on one release, the checks in that order, whichever were gone through last."""
-    desktops = [(desktop, checks) for where, desktop, checks in found if where == release]
-    titles = {name: result["title"] for _, checks in desktops for name, result in checks.items()}
-    lines = [["", *(desktop for desktop, _ in desktops)], ["---"] * (len(desktops) + 1)]
-    lines += [[titles[name], *(cell(checks.get(name)) for _, checks in desktops)] for name in order if name in titles]
+def columns(release):
+    """What the documentation says of each desktop on a release: its cells by the titles of their lines."""
+    head, *rows = cells(release)
+    return {desktop: {row[0]: row[at] for row in rows[1:]} for at, desktop in enumerate(head) if at > 0}
+
+
+def of_release(release, table, titles):
+    """What was found on one release, the lines in the order of their titles."""
+    desktops = sorted(table, key=str.lower)
+    lines = [["", *desktops], ["---"] * (len(desktops) + 1)]
+    lines += [
+        [title, *(table[desktop].get(title, "") for desktop in desktops)]
+        for title in titles
+        if any(title in column for column in table.values())
+    ]
     return f"## {release}\n\n" + "\n".join("| " + " | ".join(line) + " |" for line in lines)

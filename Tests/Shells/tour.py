@@ -100,7 +100,11 @@ class Tour:
         def whole():
             box = self.desktop.item()
             text = self.desktop.item_text()
-            return box and (text is None or "%" in text) and box == self.desktop.item() and box
+            if not box or (text is not None and "%" not in text):
+                return None
+            # It may be drawn, and moved by that, after the shell tells of it.
+            self.still()
+            return box == self.desktop.item() and box
 
         return wait_for(whole, "the item with its percent", 30)
 

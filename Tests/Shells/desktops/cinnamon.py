@@ -21,7 +21,8 @@ HELPERS = """
   const icons = applet ? Object.values(applet.statusIcons) : [];
   // Cinnamon may lose the name and the picture of a new item; the name stays that on the bus.
   const ours = name => name.includes('umora') || name.startsWith(':');
-  const drawn = icon => icon.actor.mapped && icon.proxy.icon_name.trim();
+  // It loads the picture of an item later than it makes room for the item.
+  const drawn = icon => icon.actor.mapped && icon.icon_holder.child && icon.proxy.icon_name.trim();
   const item = () => icons.filter(icon => drawn(icon) && ours(icon.proxy.name))[0];
 """
 
@@ -101,9 +102,11 @@ class Cinnamon(Scripted, X11):
         return Box(*map(round, found)) if found else None
 
     def press(self, notification, label):
+        """Once the banner no longer slides."""
         found = wait_for(
             lambda: self._script(
-                f"""const button = all(Main.messageTray._notificationBin)
+                f"""if (Main.messageTray._notificationState !== imports.ui.messageTray.State.SHOWN) return null;
+                    const button = all(Main.messageTray._notificationBin)
                       .filter(a => a instanceof St.Button && a.mapped && a.label === {json.dumps(label)})[0];
                     return button ? box(button) : null;"""
             ),

@@ -64,6 +64,8 @@ class Gnome(Scripted, Desktop):
         "LIBGL_ALWAYS_SOFTWARE": "1",
         "WAYLAND_DISPLAY": "wayland-0",
     }
+    kept = 4
+    locks_by = "by its session mode"
 
     def start(self):
         told = subprocess.check_output(["gnome-shell", "--version"], text=True)

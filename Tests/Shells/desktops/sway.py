@@ -84,6 +84,7 @@ class Sway(Desktop):
         "WLR_RENDERER": "pixman",
         "XCURSOR_THEME": CURSORS,
     }
+    kept = 1
     buttons_in = "mako's menu"
     _factor = 1  # as many pixels of the picture are one of the shell's
     _before = None  # the screen before the last click with nothing open, and what was on it
