@@ -137,11 +137,21 @@ class Tour:
         return "popover" if self.desktop.popover() else None
 
     def open_popover(self):
-        """Its box once it no longer changes."""
-        self.desktop.open_popover()
-        wait_for(self.desktop.popover, "the popover", 20)
+        """Its box once it is drawn."""
+        return self.opened(self.desktop.open_popover, self.desktop.popover, "the popover")
+
+    def opened(self, opens, box, what):
+        """Open something; its box once it is drawn and no longer changes, which may be later than the shell tells."""
+        before = self.desktop.picture()
+        opens()
+
+        def drawn():
+            there = box()
+            return there and self.desktop.picture().area(*there.corners) != before.area(*there.corners)
+
+        wait_for(drawn, what, 20)
         self.still()
-        return self.desktop.popover()
+        return box()
 
     def open_unfolded_popover(self):
         """With the days of a week; its box."""
@@ -232,11 +242,9 @@ class Tour:
         return boxes[0] if boxes else None
 
     def open_settings(self):
-        """Its box once it no longer changes."""
-        subprocess.run(["gapplication", "action", "org.lumora.Lumora", "settings"], check=True)
-        wait_for(self.settings, "the settings", 20)
-        self.still()
-        return self.settings()
+        """Its box once it is drawn."""
+        command = ["gapplication", "action", "org.lumora.Lumora", "settings"]
+        return self.opened(lambda: subprocess.run(command, check=True), self.settings, "the settings")
 
     @contextlib.contextmanager
     def other_window(self):
