@@ -75,13 +75,17 @@ inline ScreenPoint popoverPlace(std::optional<ScreenPoint> click, ScreenSize siz
 }
 
 /// Where a point of a screen is once that has another size or scale: as far from the two edges
-/// nearest to it, as what is at the ends of a panel. What is not on the screen counts as at its
-/// edge.
-inline ScreenPoint carriedOver(ScreenPoint at, const ScreenRect& before, const ScreenRect& now) {
-  const auto along = [](int value, int begin, int end, int nowBegin, int nowEnd) {
+/// nearest to it, as what is at the ends of a panel. `unit` is how many pixels of the toolkit are
+/// now as far as one was: 1 where panels grow with the scale. What is not on the screen counts as
+/// at its edge.
+inline ScreenPoint carriedOver(ScreenPoint at, const ScreenRect& before, const ScreenRect& now,
+                               double unit = 1) {
+  const auto along = [unit](int value, int begin, int end, int nowBegin, int nowEnd) {
     const int here = std::clamp(value, begin, end);
-    const int there = here - begin < end - here ? nowBegin + (here - begin) : nowEnd - (end - here);
-    return std::clamp(there, nowBegin, nowEnd);
+    const bool nearBegin = here - begin < end - here;
+    const double distance = unit * (nearBegin ? here - begin : here - end);
+    const double there = (nearBegin ? nowBegin : nowEnd) + distance;
+    return static_cast<int>(std::lround(std::clamp<double>(there, nowBegin, nowEnd)));
   };
   return {along(at.x, before.x, before.right(), now.x, now.right()),
           along(at.y, before.y, before.bottom(), now.y, now.bottom())};

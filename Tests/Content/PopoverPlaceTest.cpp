@@ -77,6 +77,9 @@ TEST(CarriedOver, KeepsItsDistanceFromTheNearestEdgesOfAScreenThatChanges) {
        }) {
     EXPECT_EQ(carriedOver(before, kBefore, kNow), now);
   }
+  // The panel stays as it is while the toolkit counts in pixels of another size.
+  EXPECT_EQ(carriedOver({1100, 590}, {0, 0, 1200, 600}, {0, 0, 600, 300}, 0.5),
+            (ScreenPoint{550, 295}));
   // There is less of the screen than it was away from the edge.
   EXPECT_EQ(carriedOver({600, 300}, kBefore, {0, 0, 40, 30}), (ScreenPoint{40, 30}));
   EXPECT_EQ(carriedOver({600, 300}, {0, 0, 0, 0}, kNow), (ScreenPoint{810, 420}));

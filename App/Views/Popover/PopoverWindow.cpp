@@ -164,15 +164,19 @@ void PopoverWindow::showAt(std::optional<ScreenPoint> click) {
   activateWindow();
 }
 
-/// It may be given another size or scale, and what was clicked moves with its edges.
+/// It may be given another size or scale, and what was clicked moves with its edges. On X panels
+/// keep to the display's pixels, of which a larger text may change how many the toolkit counts as
+/// one.
 void PopoverWindow::follow(const QScreen& screen) {
   disconnect(following_);
-  following_ =
-      connect(&screen, &QScreen::geometryChanged, this,
-              [this, click = click_, before = rectOf(screen.geometry())](const QRect& now) {
-                if (click) click_ = carriedOver(*click, before, rectOf(now));
-                fit();
-              });
+  following_ = connect(&screen, &QScreen::geometryChanged, this,
+                       [this, &screen, click = click_, before = rectOf(screen.geometry()),
+                        scale = screen.devicePixelRatio()](const QRect& now) {
+                         const double unit =
+                             placing_ == Placing::itself ? scale / screen.devicePixelRatio() : 1;
+                         if (click) click_ = carriedOver(*click, before, rectOf(now), unit);
+                         fit();
+                       });
 }
 
 /// A window is translucent from its beginning or not at all.
