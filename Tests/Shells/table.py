@@ -21,10 +21,9 @@ def results(folder):
 
 def lost(release, desktop, checks):
     """The titles of those checks that were seen otherwise than the documentation says, or not at all."""
-    head, *rows = cells(release)
-    if desktop not in head:
+    told = columns(release).get(desktop)
+    if told is None:
         return [f"a column in {PAGE.name}"] if checks else []
-    told = {row[0]: row[head.index(desktop)] for row in rows}
     found = {each["title"]: cell(each) for each in checks.values()}
     seen = {title: before for title, before in told.items() if before.startswith("yes") and title in found}
     return [title for title, before in seen.items() if words(before) != words(found[title])]
