@@ -202,6 +202,11 @@ class Tour:
         """So that the next click counts as one of its own."""
         time.sleep(DOUBLE_CLICK_SECONDS)
 
+    @staticmethod
+    def let_come():
+        """As long as something takes to come that should not."""
+        time.sleep(3)
+
     def open_menu(self):
         """What is to be seen of it beside the item, which shows the percent, too."""
         item = self.desktop.item()
