@@ -72,6 +72,7 @@ class Control:
             "SetProfile": ("s", "", self._set_profile),
             "MockProfiles": ("s s", "", self._replace_profiles),
             "SetAppearance": ("s v", "", self._portal.set),
+            "AnnounceAppearance": ("s v", "", self._portal.announce),
             "OfferAppearance": ("s v", "", self._offer_appearance),
             "StartPortal": ("", "", self._portal.show),
             "SlowAppearance": ("i", "", self._portal.slow),

@@ -173,11 +173,15 @@ class SettingsPortal:
     def set(self, key, value):
         """Announce a wish, a GLib.Variant of any type, or start with it: a portal that starts announces nothing.
         Another namespace than the one for looks stands before the key with a blank between."""
-        space, key = self._keep(key, value)
+        self._keep(key, value)
         if self._object:
-            self._object.emit("SettingChanged", GLib.Variant("(ssv)", (space, key, value)))
+            self.announce(key, value)
         else:
             self.show()
+
+    def announce(self, key, value):
+        """Announce a wish that is not the user's, as Plasma's is seen to tell the last one, and another program's."""
+        self._object.emit("SettingChanged", GLib.Variant("(ssv)", (*self._named(key), value)))
 
     def offer(self, key, value, command):
         """Have a wish, and the bus run a command for it, which calls `show`, once a program wants the portal."""
@@ -185,10 +189,13 @@ class SettingsPortal:
         self._bus.make_startable(PORTAL, command)
 
     def _keep(self, key, value):
-        space, _, key = key.rpartition(" ")
-        space = space or APPEARANCE
+        space, key = self._named(key)
         self._wishes.setdefault(space, {})[key] = value
-        return space, key
+
+    @staticmethod
+    def _named(key):
+        space, _, key = key.rpartition(" ")
+        return space or APPEARANCE, key
 
     def show(self):
         """Start."""

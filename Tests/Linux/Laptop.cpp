@@ -125,6 +125,10 @@ void Laptop::setAppearance(const Glib::ustring& key, const Glib::VariantBase& va
   setNamed("SetAppearance", key, value);
 }
 
+void Laptop::announceAppearance(const Glib::ustring& key, const Glib::VariantBase& value) const {
+  setNamed("AnnounceAppearance", key, value);
+}
+
 void Laptop::offerAppearance(const Glib::ustring& key, const Glib::VariantBase& value) const {
   setNamed("OfferAppearance", key, value);
 }

@@ -59,6 +59,8 @@ class Laptop {
   /// without owner.
   void mockProfiles(const Glib::ustring& former, const Glib::ustring& current) const;
   void setAppearance(const Glib::ustring& key, const Glib::VariantBase& value) const;
+  /// What is not so.
+  void announceAppearance(const Glib::ustring& key, const Glib::VariantBase& value) const;
   /// With a portal that does not run until a program starts it.
   void offerAppearance(const Glib::ustring& key, const Glib::VariantBase& value) const;
   void slowAppearance(std::chrono::milliseconds delay) const;

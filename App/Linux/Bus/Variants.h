@@ -20,16 +20,20 @@ T valueOr(const Glib::VariantBase& value, T otherwise = {}) {
   return Glib::VariantBase::cast_dynamic<Glib::Variant<T>>(value).get();
 }
 
-/// The value under `name` in values by name that came over D-Bus. Looked up where they lie: making
-/// `Properties` of them first would compare their names as texts of the user's language.
+/// What a dictionary that came over D-Bus has under `name`, taken out of its variant: empty where
+/// it has nothing, the first where it has the name twice. Looked up where it lies: making
+/// `Properties` of it first would compare the names as texts of the user's language.
+inline Glib::VariantBase under(const char* name, const Glib::VariantBase& values) {
+  auto* const dictionary = const_cast<GVariant*>(values.gobj());
+  if (dictionary == nullptr || !g_variant_is_of_type(dictionary, G_VARIANT_TYPE("a{s*}"))) {
+    return {};
+  }
+  return Glib::wrap(g_variant_lookup_value(dictionary, name, nullptr));
+}
+
 template <typename T>
 T valueUnder(const char* name, const Glib::VariantBase& values, T otherwise = {}) {
-  auto* const dictionary = const_cast<GVariant*>(values.gobj());
-  if (dictionary == nullptr || !g_variant_is_of_type(dictionary, G_VARIANT_TYPE_VARDICT)) {
-    return otherwise;
-  }
-  const auto value = Glib::wrap(g_variant_lookup_value(dictionary, name, nullptr));
-  return valueOr<T>(value, otherwise);
+  return valueOr<T>(under(name, values), otherwise);
 }
 
 /// The argument at `index` of a message; an empty one where it has none.

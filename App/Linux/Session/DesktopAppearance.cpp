@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
-#include <map>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -41,27 +40,21 @@ Appearance::ColorScheme colorScheme(std::uint32_t number) {
   return number == 2 ? Appearance::ColorScheme::light : Appearance::ColorScheme::noPreference;
 }
 
-void takeWishes(Appearance& appearance, const Glib::ustring& key, const Glib::VariantBase& value) {
-  if (key == "color-scheme") {
-    appearance.colorScheme = colorScheme(valueOr<std::uint32_t>(value));
-  } else if (key == "accent-color") {
-    using Color = std::tuple<double, double, double>;
-    appearance.accent = rgb(valueOr<Color>(value, Color{-1, -1, -1}));
-  } else if (key == "contrast") {
-    appearance.highContrast = valueOr<std::uint32_t>(value) == 1;
-  } else if (key == "reduced-motion") {
-    appearance.reducedMotion = valueOr<std::uint32_t>(value) == 1;
-  }
-}
-
-void takeFont(Appearance& appearance, const Glib::ustring& key, const Glib::VariantBase& value) {
-  if (key == "font-name") {
-    const auto font = valueOr<Glib::ustring>(value);
-    appearance.font = font.empty() ? std::nullopt : std::optional(font.raw());
-  } else if (key == "text-scaling-factor") {
-    const double factor = valueOr<double>(value, 1);
-    appearance.textScale = factor >= kLeastScale && factor <= kMostScale ? factor : 1;
-  }
+Appearance appearanceOf(const Glib::VariantBase& wishes, const Glib::VariantBase& gnomes,
+                        bool takesFont) {
+  using Color = std::tuple<double, double, double>;
+  Appearance appearance;
+  appearance.colorScheme = colorScheme(valueUnder<std::uint32_t>("color-scheme", wishes));
+  appearance.accent = rgb(valueUnder("accent-color", wishes, Color{-1, -1, -1}));
+  appearance.highContrast = valueUnder<std::uint32_t>("contrast", wishes) == 1;
+  appearance.reducedMotion = valueUnder<std::uint32_t>("reduced-motion", wishes) == 1;
+  appearance.animations = valueUnder("enable-animations", gnomes, true);
+  if (!takesFont) return appearance;
+  const auto font = valueUnder<Glib::ustring>("font-name", gnomes);
+  if (!font.empty()) appearance.font = font.raw();
+  const auto factor = valueUnder<double>("text-scaling-factor", gnomes, 1);
+  if (factor >= kLeastScale && factor <= kMostScale) appearance.textScale = factor;
+  return appearance;
 }
 
 /// Whether one of the names with colons between them is among these.
@@ -96,45 +89,32 @@ DesktopAppearance::DesktopAppearance(const BusConnection& session, const std::st
   for (const Glib::ustring& name : namespaces) {
     settingChanged_.emplace_back(
         session_, SignalSubscription::Source{kName, kPath, kInterface, "SettingChanged", name},
-        [this](const Glib::VariantContainerBase& arguments) {
-          take(argument<Glib::ustring>(arguments, 0), argument<Glib::ustring>(arguments, 1),
-               argument<Glib::VariantBase>(arguments, 2));
-        });
+        [this](const Glib::VariantContainerBase& /*arguments*/) { ask(); });
   }
   readAll_ = {.remote = {kName, kPath, kInterface},
               .method = "ReadAll",
               .arguments = busArguments(namespaces),
               .timeout = kPatience,
               .start = ServiceWatch::Start::ifRunning};
-  takeAll(callMethodAndWait(session_, readAll_));
+  take(callMethodAndWait(session_, readAll_));
   // A portal that is slow, starts later or starts again tells then.
   readAll_.timeout = kNoTimeout;
   watch_.emplace(
       Gio::DBus::BusType::SESSION, kName, portalStart(desktop),
-      [this](const BusConnection& /*session*/) {
-        callMethod(session_, readAll_, sigc::mem_fun(*this, &DesktopAppearance::takeAll));
-      },
-      [] {});
+      [this](const BusConnection& /*session*/) { ask(); }, [] {});
 }
 
-void DesktopAppearance::takeAll(const BusReply& reply) {
-  using Settings = std::map<Glib::ustring, Properties>;
-  for (const auto& [space, wishes] : reply.value<Settings>().value_or(Settings{})) {
-    for (const auto& [key, value] : wishes) take(space, key, value);
-  }
+/// What is announced may be what was, or what another program behind the portal would have.
+void DesktopAppearance::ask() {
+  callMethod(session_, readAll_, sigc::mem_fun(*this, &DesktopAppearance::take));
 }
 
-void DesktopAppearance::take(const Glib::ustring& space, const Glib::ustring& key,
-                             const Glib::VariantBase& value) {
-  Appearance appearance = *appearance_;
-  // GNOME has keys of the same names and other types.
-  if (space == kAppearance) takeWishes(appearance, key, value);
-  if (space == kGnome && key == "enable-animations") {
-    appearance.animations = valueOr<bool>(value, true);
-  } else if (space == kGnome && takesFont_) {
-    takeFont(appearance, key, value);
-  }
-  if (appearance != *appearance_) appearance_.set(appearance);
+void DesktopAppearance::take(const BusReply& reply) {
+  if (!reply.succeeded()) return;
+  const Glib::VariantBase settings = argument(reply.values(), 0);
+  const Appearance now =
+      appearanceOf(under(kAppearance, settings), under(kGnome, settings), takesFont_);
+  if (now != *appearance_) appearance_.set(now);
 }
 
 }  // namespace lumora

@@ -16,8 +16,8 @@ namespace lumora {
 
 /// What the settings portal tells of the user's wishes (namespace org.freedesktop.appearance, and
 /// GNOME's for the font and the animations). It is asked at the start, with a timeout of 30 ms, and
-/// again without one when a portal appears, and heard from then on; without a portal there are no
-/// wishes. GNOME's and Plasma's is started where it does not run.
+/// again without one when a portal appears and when it announces a change; without a portal there
+/// are no wishes. GNOME's and Plasma's is started where it does not run.
 class DesktopAppearance : public sigc::trackable {
  public:
   /// `session` is the session bus; absent where there is none. `desktop` is what
@@ -31,8 +31,8 @@ class DesktopAppearance : public sigc::trackable {
   Observable<Appearance>& appearance() { return appearance_; }
 
  private:
-  void takeAll(const BusReply& reply);
-  void take(const Glib::ustring& space, const Glib::ustring& key, const Glib::VariantBase& value);
+  void ask();
+  void take(const BusReply& reply);
 
   BusConnection session_;
   bool takesFont_;

@@ -56,6 +56,32 @@ TEST_F(DesktopAppearanceTest, FollowsEachChangeAndAnnouncesItOnce) {
   EXPECT_EQ(changes, 2);
 }
 
+TEST_F(DesktopAppearanceTest, BelievesWhatThePortalAnswersAndNotWhatItAnnounces) {
+  laptop.setAppearance("color-scheme", variant(std::uint32_t{1}));
+  DesktopAppearance desktop(laptop.session(), "KDE", "");
+  Appearance expected{ColorScheme::dark, {}};
+  EXPECT_TRUE(becomes(desktop, expected));
+  bool wasLight = false;
+  const auto subscription = desktop.appearance().subscribe(
+      [&] { wasLight |= desktop.appearance()->colorScheme == ColorScheme::light; });
+  laptop.announceAppearance("color-scheme", variant(std::uint32_t{2}));
+  laptop.setAppearance("contrast", variant(std::uint32_t{1}));
+  expected.highContrast = true;
+  EXPECT_TRUE(becomes(desktop, expected));
+  EXPECT_FALSE(wasLight);
+}
+
+TEST_F(DesktopAppearanceTest, ForgetsWhatAPortalThatStartsAgainNoLongerTells) {
+  laptop.setAppearance("color-scheme", variant(std::uint32_t{1}));
+  DesktopAppearance desktop(laptop.session(), "XFCE", "");
+  EXPECT_TRUE(becomes(desktop, {ColorScheme::dark, {}}));
+  laptop.reset();
+  laptop.setAppearance("contrast", variant(std::uint32_t{1}));
+  Appearance expected;
+  expected.highContrast = true;
+  EXPECT_TRUE(becomes(desktop, expected));
+}
+
 TEST_F(DesktopAppearanceTest, TakesWhatItCannotReadAsNoWish) {
   laptop.setAppearance("color-scheme", variant("dark"));
   laptop.setAppearance("accent-color", variant(Color{-1.0, 0.5, 0.5}));
