@@ -180,7 +180,7 @@ class SettingsPortal:
             self.show()
 
     def announce(self, key, value):
-        """Announce a wish that is not the user's, as Plasma's is seen to tell the last one, and another program's."""
+        """Announce a wish, the user's or another: behind one portal several programs may answer."""
         self._object.emit("SettingChanged", GLib.Variant("(ssv)", (*self._named(key), value)))
 
     def offer(self, key, value, command):

@@ -59,7 +59,7 @@ class Laptop {
   /// without owner.
   void mockProfiles(const Glib::ustring& former, const Glib::ustring& current) const;
   void setAppearance(const Glib::ustring& key, const Glib::VariantBase& value) const;
-  /// What is not so.
+  /// Whether it is so or not.
   void announceAppearance(const Glib::ustring& key, const Glib::VariantBase& value) const;
   /// With a portal that does not run until a program starts it.
   void offerAppearance(const Glib::ustring& key, const Glib::VariantBase& value) const;

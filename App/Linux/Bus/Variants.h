@@ -31,6 +31,7 @@ inline Glib::VariantBase under(const char* name, const Glib::VariantBase& values
   return Glib::wrap(g_variant_lookup_value(dictionary, name, nullptr));
 }
 
+/// The value under `name` if it is of that type; else, and where there is none, `otherwise`.
 template <typename T>
 T valueUnder(const char* name, const Glib::VariantBase& values, T otherwise = {}) {
   return valueOr<T>(under(name, values), otherwise);
