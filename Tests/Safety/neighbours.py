@@ -154,7 +154,8 @@ class Neighbours(unittest.TestCase):
         self.in_time(lambda: self.survived(parts, fault, mend))
 
     def survived(self, parts, fault, mend):
-        """That, with no more files open than when it was well before; how late it was."""
+        """That, with no more files open than when it was well before: the longest answer (ms) and the time to be well
+        (s), each with its bound."""
         self.is_well()
         before = descriptors(self.lumora.process.pid)
         with Pulse(self.lumora) as pulse:
@@ -197,7 +198,7 @@ class Neighbours(unittest.TestCase):
                 self.in_time(lambda: self.reminded_while_hung(part))
 
     def reminded_while_hung(self, part):
-        """How late Lumora answers while a part hangs and reminders are due."""
+        """The longest answer (ms), with its bound, while a part hangs and reminders are due."""
         self.laptop.clear_notifications()
         with Pulse(self.lumora) as pulse:
             self.laptop.hang(part)
