@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QAbstractButton>
 #include <QList>
+#include <QString>
 #include <QWidget>
 
 namespace lumora::test {
@@ -15,6 +17,14 @@ QList<Widget*> childrenOf(const QWidget& parent) {
     if (auto* widget = dynamic_cast<Widget*>(child)) found << widget;
   }
   return found;
+}
+
+/// The window's button of that text, or null.
+inline QAbstractButton* button(const QWidget& window, const QString& text) {
+  for (auto* found : window.findChildren<QAbstractButton*>()) {
+    if (found->text() == text) return found;
+  }
+  return nullptr;
 }
 
 }  // namespace lumora::test

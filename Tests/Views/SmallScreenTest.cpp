@@ -39,13 +39,6 @@ void settle() {
   for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
 }
 
-QAbstractButton* button(const QWidget& window, const QString& text) {
-  for (auto* found : window.findChildren<QAbstractButton*>()) {
-    if (found->text() == text) return found;
-  }
-  return nullptr;
-}
-
 /// Whether all of a widget can be seen in its window.
 bool isSeen(const QWidget& widget) {
   return widget.visibleRegion().boundingRect() == widget.rect();

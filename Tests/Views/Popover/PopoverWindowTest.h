@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Views/Children.h"
 #include "Views/FakeHost.h"
 #include "Views/Popover/PopoverWindow.h"
 
-#include <QAbstractButton>
 #include <QCursor>
 
 namespace lumora::test {
@@ -27,14 +27,6 @@ struct Machine {
 struct Popover : Machine {
   PopoverWindow window{host};
 };
-
-/// The window's button of that text, or null.
-inline QAbstractButton* button(const QWidget& window, const QString& text) {
-  for (auto* found : window.findChildren<QAbstractButton*>()) {
-    if (found->text() == text) return found;
-  }
-  return nullptr;
-}
 
 /// All that a battery may tell beside its charge.
 inline const Dictionary kEverything = {{"CycleCount", 412},     {"DesignCapacity", 50'000},
